@@ -1,0 +1,111 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "engines/network/Network.h"
+
+/// Exact solution of any number of simultaneous shunt and series conditions on one operating mode of a network.
+namespace engines {
+
+enum class FaultKind {
+    ThreePhaseGround = 1,
+    PhaseAGround = 2,
+    PhaseBC = 3,
+    PhaseBCGround = 4,
+    OpenABC = 5,
+    OpenA = 6,
+    OpenBC = 7,
+};
+
+/// A condition at a place of a branch. `group` tells which rows stand at one place by intention (their fault number):
+/// an open and a shunt of one group at one place of one branch: the open lies between the fault and the nearer end.
+struct Condition {
+    BranchIndex branch;
+    BusIndex bus;          ///< used when branch is -1: a shunt condition directly at a bus
+    double percent = 0;    ///< 0 to 100 from the I end
+    FaultKind kind = FaultKind::ThreePhaseGround;
+    Complex z;             ///< per unit; of the fault, or of the open phases for series kinds
+    int group = 0;
+};
+
+/// Positive, negative and zero-sequence phasors.
+struct Sequences {
+    Complex positive, negative, zero;
+};
+std::array<Complex, 3> phases(const Sequences& s);
+
+class ModeNetwork;
+
+/// A solved state: pre-fault plus fault component. Valid as long as its ModeNetwork.
+class Solution {
+  public:
+    /// Current into the branch at one end, per unit, positive into the branch.
+    [[nodiscard]] Sequences current(BranchIndex branch, End end) const;
+    /// Current of a source into the network, per unit.
+    [[nodiscard]] Sequences sourceCurrent(int source) const;
+    /// Voltage of a bus, per unit.
+    [[nodiscard]] Sequences voltage(BusIndex bus) const;
+    /// Voltage at the place of the first shunt condition, and the current into it, per unit; zero without one.
+    [[nodiscard]] Sequences faultVoltage() const;
+    [[nodiscard]] Sequences faultCurrent() const;
+    /// The fault lies in an island without a source, or on a branch cut out: every quantity is zero.
+    [[nodiscard]] bool dead() const { return dead_; }
+
+    struct State;
+    Solution(std::shared_ptr<const State> state, bool dead);
+
+  private:
+    std::shared_ptr<const State> state_;
+    bool dead_ = false;
+};
+
+/// The sequence networks of one operating mode, factorised once.
+class ModeNetwork {
+  public:
+    ModeNetwork(const Network& network, std::vector<ModeChange> changes);
+    ~ModeNetwork();
+    ModeNetwork(ModeNetwork&&) noexcept;
+    ModeNetwork& operator=(ModeNetwork&&) noexcept;
+
+    [[nodiscard]] const Network& network() const;
+
+    /// All conditions together, e.g. the rows of an outage and those of a fault.
+    [[nodiscard]] Solution solve(std::span<const Condition> conditions) const;
+
+    /// Branch coefficient |I_B| / |I_M| in one sequence network from a unit injection at a place, under the opens
+    /// and groundings of `conditions` (an outage's rows, and the open of the fault row itself; shunt kinds among the
+    /// outage rows short the place in that sequence).
+    /// 0 when the two currents oppose each other, when either is zero, or when the place is dead.
+    [[nodiscard]] double branchCoefficient(Sequence sequence, const Condition& place,
+                                           std::span<const Condition> conditions, BranchIndex b, End bEnd,
+                                           BranchIndex m, End mEnd) const;
+
+    /// Driving-point impedance of a bus, per unit, with the given branch (when not -1) taken out: the equivalent
+    /// source impedance behind a relay. Infinite when no source is left.
+    [[nodiscard]] Complex sourceImpedance(Sequence sequence, BusIndex bus, BranchIndex without) const;
+
+    struct Impl;
+
+  private:
+    std::unique_ptr<Impl> impl_;
+};
+
+/// Where a relay stands, for the quantities below.
+struct RelayPlace {
+    BranchIndex branch;   ///< -1 at a bus or a generator
+    End end = End::I;
+    BusIndex bus;         ///< the bus of the relay's own end
+    int source = -1;      ///< at a generator
+};
+
+/// The quantity `vType` 1 to 22 at place `vPos` (1 own end, 2 opposite end, 3 fault point) in kA, kV, kilo-ohm.
+/// \return the value; not finite when the quantity has none there (an impedance with no current)
+double faultQuantity(int vType, int vPos, const RelayPlace& relay, const Network& network, const Solution& solution);
+
+/// True when faultQuantity knows the number.
+bool isFaultQuantity(int vType);
+
+}  // namespace engines

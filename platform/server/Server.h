@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+/// The database server of the product: its own MariaDB below the user's data folder, reached through a Unix socket, or
+/// another one that the settings file names.
+namespace server {
+
+struct Settings {
+    bool embedded = true;
+    QString host;
+    int port = 3306;
+    QString user;
+    QString password;
+    QString socket;  ///< Unix socket of the server in use, when it has one
+};
+
+/// Reads the settings file, `<config folder>/morvane/server.ini` ([server] host, port, user, password).
+/// \param error  set to one sentence when the file cannot be understood
+Settings readSettings(QString* error);
+
+/// Holds the server in use for the life of the object. The first holder of all programs starts the embedded server,
+/// and it stops when the last one ends, however that one ends.
+class Hold {
+  public:
+    ~Hold();
+    /// \return null on failure, with one clear sentence in `error`
+    static std::unique_ptr<Hold> acquire(QString* error);
+    [[nodiscard]] const Settings& settings() const;
+
+  private:
+    Hold();
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+/// Where databases are: used by the one place that opens connections.
+void setCurrent(const Settings& settings);
+const Settings& current();
+
+/// Opens a connection: maps the driver name "QMYSQL3", adds socket, character set and SQL mode. The only place in the
+/// system that calls QSqlDatabase::addDatabase. Empty user, password and host take those of the current settings.
+/// \param connection  empty: the default connection
+/// \return false with the reason in `error`; no connection is left registered then
+bool openConnection(const QString& driver, const QString& database, const QString& connection, const QString& user,
+                    const QString& password, const QString& host, QString* error);
+
+}  // namespace server
