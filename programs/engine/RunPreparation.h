@@ -1,0 +1,13 @@
+#pragma once
+
+#include "programs/engine/CKlmCalFlow.h"
+#include "programs/engine/CStepCalFlow.h"
+
+/// Sets up a run: clears the working rows of the case, copies the user's main branches, forms the setting rows, writes
+/// the files of the case and puts the cursor on the first row.
+/// \param run  1 manual, 2 automatic
+/// \return false when the case has no relay or nothing to calculate; the dock then says so
+bool prepareRun(int run, CStepCalFlow& flow);
+
+/// The same for a sensitivity run of a case.
+bool prepareSensitivityRun(int realCaseNo, CKlmCalFlow& flow);

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+#include "programs/engine/RuleData.h"
+
+class CRelayInputCal;
+
+/// Sensitivity from its parameters. -1.0 means no result.
+/// \param flg     11, 12 parameter one is in use, 21, 22 parameter two
+/// \param klmFlg  1 parameter over setting, 2 setting over parameter; a zero divisor is told in the dock
+double sensitivityOf(double parameter1, double parameter2, int flg, int klmFlg, double setting);
+
+/// Sensitivity of a setting by its row of RLY_RKLMTEM_TEM; -1.0 without a row or without a result.
+double CalSensitivity(int rTypeNo, int rno, int pno, const QString& cdz, double value);
+
+/// Computes `Valsense` of all rows of RLY_RKLMTEM_TEM from the new primary settings of RLY_RLYOBJ_TEM. Rows without a
+/// result keep what they have.
+bool updateSensitivities(int rTypeNo, const RuleData& rules);
+
+/// Takes the results of a sensitivity run (case number 0) over into RLY_FKLM and makes the sensitivity rows anew.
+/// A parameter that came out at 0 or below is stored as it is and told in the dock.
+bool storeSensitivityParameters(CRelayInputCal& relayInput);
