@@ -7,17 +7,22 @@
 /// another one that the settings file names.
 namespace server {
 
+/// Version of the layout of databases and of the server's data directory; a newer one is refused.
+inline constexpr int layoutVersion = 1;
+
 struct Settings {
     bool embedded = true;
     QString host;
     int port = 3306;
     QString user;
     QString password;
-    QString socket;  ///< Unix socket of the server in use, when it has one
+    QString socket;   ///< Unix socket of the server in use, when it has one
+    QString program;  ///< path of the server program, when it is not in a usual place
 };
 
-/// Reads the settings file, `<config folder>/morvane/server.ini` ([server] host, port, user, password).
-/// \param error  set to one sentence when the file cannot be understood
+/// Reads the settings file, `<config folder>/morvane/server.ini` ([server] host, port, user, password, socket,
+/// program). Without a host and a socket the embedded server is meant. Lines are `name = value`, the value as it
+/// stands. \param error  set to one sentence when the file cannot be understood
 Settings readSettings(QString* error);
 
 /// Holds the server in use for the life of the object. The first holder of all programs starts the embedded server,
@@ -25,6 +30,7 @@ Settings readSettings(QString* error);
 class Hold {
   public:
     ~Hold();
+    /// Also makes the server the current one (setCurrent).
     /// \return null on failure, with one clear sentence in `error`
     static std::unique_ptr<Hold> acquire(QString* error);
     [[nodiscard]] const Settings& settings() const;
@@ -39,11 +45,21 @@ class Hold {
 void setCurrent(const Settings& settings);
 const Settings& current();
 
-/// Opens a connection: maps the driver name "QMYSQL3", adds socket, character set and SQL mode. The only place in the
-/// system that calls QSqlDatabase::addDatabase. Empty user, password and host take those of the current settings.
+/// Opens a connection: maps the driver name "QMYSQL3", adds socket, character set and SQL mode, refuses a database of a
+/// newer layout. The only place in the system that calls QSqlDatabase::addDatabase. Empty user, password and host take
+/// those of the current settings. A connection of the same name is replaced.
 /// \param connection  empty: the default connection
 /// \return false with the reason in `error`; no connection is left registered then
 bool openConnection(const QString& driver, const QString& database, const QString& connection, const QString& user,
                     const QString& password, const QString& host, QString* error);
+
+/// Opens a registered connection again after it was lost, starting the embedded server anew when that one died.
+bool reopenConnection(const QString& connection, QString* error);
+
+/// Closes and removes a connection; nothing when there is none of this name.
+void closeConnection(const QString& connection);
+
+/// What to write behind CREATE DATABASE <name>: character set and layout version.
+QString databaseOptions();
 
 }  // namespace server

@@ -16,9 +16,11 @@ class Query {
     explicit Query(const QString& connection = {});
 
     /// Runs a text; each "?" takes the next value, escaped by the driver. The statement goes to the server as one text.
-    /// \return false on failure; the dock then has the server's message and the statement (see quietly()).
+    /// \return false on failure; the dock then has the server's message and the statement (see quietly()). A number
+    /// that is not finite is a failure. When the server is gone that is told once, and the next statement tries to
+    /// reach it anew.
     bool exec(const QString& text, const QVariantList& values = {});
-    /// From now on failures are only returned, not told.
+    /// From now on failures are only returned, not told; the loss of the server is always told.
     Query& quietly();
 
     bool next();
@@ -35,8 +37,11 @@ class Query {
     QSqlQuery& cursor() { return query_; }
 
   private:
+    bool fail(const QString& reason, const QString& statement);
+
     QSqlQuery query_;
     QString connection_;
+    QString error_;
     bool quiet_ = false;
 };
 
@@ -44,7 +49,8 @@ class Query {
 QVariant scalar(const QString& connection, const QString& text, const QVariantList& values = {},
                 const QVariant& fallback = {});
 
-/// A transaction that rolls back unless commit() succeeded.
+/// A transaction that rolls back unless commit() succeeded. One inside another joins it: what the inner one does not
+/// commit, the outer one cannot. CREATE, DROP, TRUNCATE and ALTER commit by themselves and have no place inside.
 class Transaction {
   public:
     explicit Transaction(const QString& connection = {});
@@ -69,7 +75,7 @@ struct Column {
 struct Layout {
     QString name;
     QVector<Column> columns;
-    QStringList keys;  ///< "PRIMARY KEY(RNo)", "INDEX(ID_Name,I_Name)"
+    QStringList keys;                           ///< "PRIMARY KEY(RNo)", "INDEX(ID_Name,I_Name)"
     [[nodiscard]] QString columnsText() const;  ///< the bracketed text behind CREATE TABLE <name>
     [[nodiscard]] QStringList columnNames() const;
 };

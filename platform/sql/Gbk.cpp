@@ -1,0 +1,41 @@
+#include <QStringDecoder>
+#include <QStringEncoder>
+
+#include "platform/sql/Sql.h"
+
+namespace sql {
+
+namespace {
+
+bool isControl(QChar character) { return character.unicode() < 0x20 || character.unicode() == 0x7F; }
+
+}  // namespace
+
+QByteArray toGbk(const QString& text) {
+    QStringEncoder encoder("GBK");
+    return encoder(text);
+}
+
+QString fromGbk(const QByteArray& bytes) {
+    QStringDecoder decoder("GBK");
+    return decoder(bytes);
+}
+
+bool fitsGbk(const QString& text) {
+    const QByteArray bytes = toGbk(text);
+    if (fromGbk(bytes) != text) return false;
+    qsizetype wide = 0;
+    for (const QChar character : text) wide += character.unicode() >= 0x80;
+    return bytes.size() == text.size() + wide;  // every character in one or two bytes, as in the database
+}
+
+QString whyNotStorable(const QString& text, int maxLength) {
+    for (const QChar character : text)
+        if (isControl(character)) return QStringLiteral("含有控制字符");
+    if (text.endsWith(' ')) return QStringLiteral("末尾有空格");
+    if (!fitsGbk(text)) return QStringLiteral("含有GBK字符集以外的字符");
+    if (text.size() > maxLength) return QString("超过%1个字符").arg(maxLength);
+    return {};
+}
+
+}  // namespace sql

@@ -1,0 +1,65 @@
+#include "platform/sql/Sql.h"
+
+namespace sql {
+
+namespace {
+
+constexpr int statementLimit = 4 << 20;
+
+QString defaultOf(const Column& column) {
+    if (!column.defaultValue.isEmpty()) return column.defaultValue;
+    return column.type.startsWith("char") || column.type.startsWith("varchar") ? QStringLiteral("''")
+                                                                               : QStringLiteral("0");
+}
+
+QString definition(const Column& column) {
+    QString text = quotedName(column.name) + ' ' + column.type + (column.nullable ? "" : " NOT NULL");
+    if (column.autoIncrement) return text + " AUTO_INCREMENT";
+    if (column.nullable) return text + " DEFAULT NULL";
+    return text + " DEFAULT " + defaultOf(column);
+}
+
+QString places(qsizetype count) { return '(' + QStringList(count, QStringLiteral("?")).join(',') + ')'; }
+
+int weight(const QVariantList& row) {
+    int sum = 0;
+    for (const QVariant& value : row) sum += 16 + 4 * static_cast<int>(value.toString().size());
+    return sum;
+}
+
+}  // namespace
+
+QString quotedName(const QString& name) { return '`' + QString(name).replace('`', "``") + '`'; }
+
+QString Layout::columnsText() const {
+    QStringList parts;
+    for (const Column& column : columns) parts << definition(column);
+    return '(' + (parts + keys).join(',') + ')';
+}
+
+QStringList Layout::columnNames() const {
+    QStringList names;
+    for (const Column& column : columns) names << column.name;
+    return names;
+}
+
+bool insertRows(const QString& connection, const QString& table, const QStringList& columns,
+                const QVector<QVariantList>& rows) {
+    QStringList quoted;
+    for (const QString& column : columns) quoted << quotedName(column);
+    const QString head = "INSERT INTO " + quotedName(table) + " (" + quoted.join(',') + ") VALUES";
+    Transaction whole(connection);
+    for (qsizetype next = 0; next < rows.size();) {
+        QStringList groups;
+        QVariantList values;
+        for (int size = 0; next < rows.size() && (groups.isEmpty() || size < statementLimit); ++next) {
+            groups << places(columns.size());
+            values += rows[next];
+            size += weight(rows[next]);
+        }
+        if (!Query(connection).exec(head + groups.join(','), values)) return false;
+    }
+    return whole.commit();
+}
+
+}  // namespace sql
