@@ -22,8 +22,8 @@ inline constexpr char kVariableResults[] = "RELAY.RP5";
 // Written by the network converter for the other two executables; the module only removes them.
 inline constexpr char kNames[] = "NAME.INC";
 inline constexpr char kOutput[] = "GT.OUT";
-inline constexpr const char* kConverterFiles[] = {"LF.L0", "LF.L1", "LF.L2", "LF.L3",  "LF.L4", "LF.L5",
-                                                  "LF.L6", "LF.L13", "ST.S1", "ST.S2", "ST.S3", "ST.S4",
+inline constexpr const char* kConverterFiles[] = {"LF.L0", "LF.L1",  "LF.L2", "LF.L3",  "LF.L4",   "LF.L5",
+                                                  "LF.L6", "LF.L13", "ST.S1", "ST.S2",  "ST.S3",   "ST.S4",
                                                   "ST.S5", "ST.S6",  "ST.S7", "GT.OUT", "NAME.INC"};
 
 inline constexpr char kConverterProgram[] = "VASKEL.EXE";

@@ -9,12 +9,12 @@
 namespace exchange {
 
 struct NetBus {
-    int no = 0;             ///< bus number; 2 and above
+    int no = 0;  ///< bus number; 2 and above
     double baseKv = 0;
-    double vMag = 1;        ///< load-flow voltage, per unit; 1 without a load flow
-    double vAngle = 0;      ///< degrees
-    double vMinKv = 0;      ///< lowest working voltage, phase to phase; 0 unknown
-    std::string name;       ///< GBK; of the first node joined in the bus (NAME.INC)
+    double vMag = 1;    ///< load-flow voltage, per unit; 1 without a load flow
+    double vAngle = 0;  ///< degrees
+    double vMinKv = 0;  ///< lowest working voltage, phase to phase; 0 unknown
+    std::string name;   ///< GBK; of the first node joined in the bus (NAME.INC)
 };
 
 struct NetLine {
@@ -22,26 +22,26 @@ struct NetLine {
     int iNo = 0, jNo = 0;
     double r1 = 0, x1 = 0, r0 = 0, x0 = 0;
     double lengthKm = 0;
-    double ratedA = 0;      ///< 0 unknown
-    double maxLoadA = 0;    ///< largest load current; 0 unknown
+    double ratedA = 0;    ///< 0 unknown
+    double maxLoadA = 0;  ///< largest load current; 0 unknown
 };
 
 /// A two-winding transformer, or one winding of a three-winding one as a branch from its star point.
 struct NetTransformer {
     int idNo = 0;
-    int iNo = 0, jNo = 0;   ///< for a winding iNo is the star point
-    int kind = 1;           ///< 1 two-winding; 31, 32, 33 a winding
+    int iNo = 0, jNo = 0;  ///< for a winding iNo is the star point
+    int kind = 1;          ///< 1 two-winding; 31, 32, 33 a winding
     double r1 = 0, x1 = 0;
     double r0 = 0, x0 = 0;  ///< with three times the neutral impedances of the zero-sequence path included
     int zcType = 0;         ///< zero-sequence path: 1 shunt at I, 2 shunt at J, 3 through, other none
     double ratedMva = 0;
     double ratedKvI = 0, ratedKvJ = 0;
-    double maxLoadA = 0;    ///< at the I side; 0 unknown
+    double maxLoadA = 0;  ///< at the I side; 0 unknown
 };
 
 struct NetGenerator {
-    std::string name;       ///< GBK (NAME.INC)
-    int no = 0;             ///< bus number
+    std::string name;  ///< GBK (NAME.INC)
+    int no = 0;        ///< bus number
     double r1 = 0, x1 = 0;
     double r0 = 0, x0 = 0;  ///< meaningful when grounded, three times the neutral impedance included
     bool grounded = false;
@@ -61,8 +61,8 @@ struct NetShunt {
 struct NetMutual {
     int firstId = 0, secondId = 0;
     double r0 = 0, x0 = 0;
-    int sense = 1;          ///< +1 when both lines run the same way from I to J, -1 when opposite
-    double firstFrom = 0, firstTo = 100;    ///< coupled stretch of the first line in percent from its I end
+    int sense = 1;                        ///< +1 when both lines run the same way from I to J, -1 when opposite
+    double firstFrom = 0, firstTo = 100;  ///< coupled stretch of the first line in percent from its I end
     double secondFrom = 0, secondTo = 100;
 };
 

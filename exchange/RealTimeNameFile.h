@@ -15,7 +15,7 @@ std::string format(const RealTimeName& name);
 /// \throws FormatError
 RealTimeName parseRealTimeName(std::string_view text, const std::string& file);
 
-/// The file in the real-time directory that holds the real-time tables.
+/// The file in the real-time directory that holds the real-time tables: `path`/tables.db.
 std::string realTimeFile(const RealTimeName& name);
 
 }  // namespace exchange

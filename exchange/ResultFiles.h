@@ -65,6 +65,7 @@ struct VariableResult {
     std::vector<double> values;
 };
 
+// One line each, ended by CR LF. Values have 12 significant digits; one that is not finite is written as 0.
 std::string format(const SettingResult& result);
 std::string format(const FaultResult& result);
 std::string format(const CoefficientResult& result);
@@ -72,14 +73,17 @@ std::string format(const PhaseResult& result);
 std::string format(const VariableResult& result);
 
 // The readers take what is there, as the module always did: a field that is no number reads as 0, missing fields read
-// as 0, a trailing comma, a blank or an unknown field does no harm, values are kept only where a field exists.
+// as 0 (a number that is not finite too), a trailing comma, a blank or an unknown field does no harm, values are kept
+// only where a field exists. Blank lines are left out, and so are lines of coefficients whose first field is 0. A line
+// of settings with rule number 0 is kept: the caller passes over it.
 std::vector<SettingResult> parseSettingResults(std::string_view text);
 std::vector<FaultResult> parseFaultResults(std::string_view text);
 std::vector<CoefficientResult> parseCoefficients(std::string_view text);
 std::vector<PhaseResult> parsePhaseResults(std::string_view text);
 std::vector<VariableResult> parseVariableResults(std::string_view text);
 
-/// The lines of RELAY.RP3 that go into RELAY.R7: each as it stands, ended by CR LF, without those whose first field is "0".
+/// The lines of RELAY.RP3 that go into RELAY.R7: each as it stands, ended by CR LF, without those whose first field is
+/// "0".
 std::string keptCoefficientLines(std::string_view coefficientFile);
 
 }  // namespace exchange

@@ -58,8 +58,8 @@ struct RuleBlock {
 };
 
 std::string format(const RuleBlock& rule);
-/// Sections are told apart by their leading blanks (3 mode, 6 variable, 4 parameter, 6 rule lines) in their order and by
-/// the counts of the head: numMode counts distinct modes, not lines. \throws FormatError
+/// Sections are told apart by their leading blanks (3 mode, 6 variable, 4 parameter, 6 rule lines) in their order and
+/// by the counts of the head: numMode counts distinct modes, not lines. \throws FormatError
 std::vector<RuleBlock> parseRules(std::string_view text, const std::string& file);
 
 }  // namespace exchange

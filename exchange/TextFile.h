@@ -31,7 +31,10 @@ void replace(const std::filesystem::path& path, std::string_view bytes);
 
 /// A number as the default text stream of the module writes it: six significant digits, trailing zeros dropped,
 /// exponent form where the value is very large or very small ("0.8", "1", "1e+06", "1e-05"). Locale-independent.
-std::string number(double value);
+std::string number(double value, int digits = 6);
+
+/// The shortest text that reads back as the same double.
+std::string exact(double value);
 
 /// One line of a file being read, cut at its commas, with the place for messages.
 class Fields {
@@ -45,6 +48,10 @@ class Fields {
     [[nodiscard]] int whole(std::size_t i) const;
     /// \throws FormatError when the field is missing, not a number, or not finite.
     [[nodiscard]] double real(std::size_t i) const;
+    /// Field i as it stands; an empty field as "0". \throws FormatError where real(i) would on other text.
+    [[nodiscard]] std::string numeral(std::size_t i) const;
+    /// \throws FormatError when there are fewer fields than that.
+    void require(std::size_t count) const;
     [[noreturn]] void fail(const std::string& what) const;
 
   private:
