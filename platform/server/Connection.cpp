@@ -38,13 +38,20 @@ QString reasonOf(const QSqlDatabase& database) {
     }
 }
 
-// "morvane 1", as databaseOptions() writes it; a database of another origin has no mark and is let in.
-bool isOfThisVersion(const QSqlDatabase& database, QString* error) {
+QString markOf(bool complete) { return QString("morvane %1").arg(layoutVersion) + (complete ? "" : " filling"); }
+
+// The mark as databaseOptions() writes it; a database of another origin has none and is let in.
+bool isUsable(const QSqlDatabase& database, QString* error) {
     QSqlQuery query(database);
     if (!query.exec("SELECT SCHEMA_COMMENT FROM information_schema.SCHEMATA WHERE SCHEMA_NAME=DATABASE()")) return true;
     const QStringList mark = query.next() ? query.value(0).toString().split(' ') : QStringList();
-    if (mark.size() != 2 || mark[0] != "morvane" || mark[1].toInt() <= layoutVersion) return true;
-    *error = "数据库" + database.databaseName() + "由较新版本的程序建立（版本" + mark[1] + "），请升级程序";
+    if (mark.value(0) != "morvane") return true;
+    if (mark.value(1).toInt() > layoutVersion)
+        *error = "数据库" + database.databaseName() + "由较新版本的程序建立（版本" + mark[1] + "），请升级程序";
+    else if (mark.size() > 2)
+        *error = "数据库" + database.databaseName() + "没有建立完整，不能打开，请删除后重新建立";
+    else
+        return true;
     return false;
 }
 
@@ -58,13 +65,16 @@ bool openSession(QSqlDatabase& database, QString* error) {
         *error = query.lastError().databaseText();
         return false;
     }
-    return database.databaseName().isEmpty() || isOfThisVersion(database, error);
+    return database.databaseName().isEmpty() || isUsable(database, error);
+}
+
+QString pluginOf(const QString& driver) {
+    return driver.isEmpty() || driver == "QMYSQL3" ? QStringLiteral("QMYSQL") : driver;
 }
 
 QSqlDatabase registerConnection(const QString& driver, const QString& connection) {
-    const QString plugin = driver.isEmpty() || driver == "QMYSQL3" ? QStringLiteral("QMYSQL") : driver;
     closeConnection(connection);
-    return QSqlDatabase::addDatabase(plugin, nameOf(connection));
+    return QSqlDatabase::addDatabase(pluginOf(driver), nameOf(connection));
 }
 
 void describe(QSqlDatabase& database, const QString& name, const QString& user, const QString& password,
@@ -110,6 +120,17 @@ void closeConnection(const QString& connection) {
     QSqlDatabase::removeDatabase(nameOf(connection));
 }
 
-QString databaseOptions() { return QString(" CHARACTER SET gbk COMMENT 'morvane %1'").arg(layoutVersion); }
+bool hasDriver(const QString& driver) { return QSqlDatabase::isDriverAvailable(pluginOf(driver)); }
+
+QString databaseOptions() { return " CHARACTER SET gbk COMMENT '" + markOf(true) + '\''; }
+
+bool markDatabases(const QString& connection, const QStringList& names, bool complete) {
+    QSqlQuery query(QSqlDatabase::database(nameOf(connection), false));
+    for (const QString& name : names)
+        if (!query.exec("ALTER DATABASE `" + QString(name).replace('`', "``") + "` COMMENT '" + markOf(complete) +
+                        '\''))
+            return false;
+    return true;
+}
 
 }  // namespace server

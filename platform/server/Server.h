@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <memory>
 
 /// The database server of the product: its own MariaDB below the user's data folder, reached through a Unix socket, or
@@ -59,7 +60,14 @@ bool reopenConnection(const QString& connection, QString* error);
 /// Closes and removes a connection; nothing when there is none of this name.
 void closeConnection(const QString& connection);
 
+/// Whether connections of this driver name can be made.
+bool hasDriver(const QString& driver);
+
 /// What to write behind CREATE DATABASE <name>: character set and layout version.
 QString databaseOptions();
+
+/// Marks databases as complete, or as being filled: openConnection() refuses the latter, so that a killed program
+/// leaves nothing that looks whole.
+bool markDatabases(const QString& connection, const QStringList& names, bool complete);
 
 }  // namespace server

@@ -67,15 +67,15 @@ class Transaction {
 /// A table as one list of its columns, which feeds creation, inserts and checks.
 struct Column {
     QString name;
-    QString type;          ///< e.g. "int(8) unsigned", "char(20) BINARY", "double(13,6)"
-    QString defaultValue;  ///< SQL text; empty: 0 for numbers, '' for text
+    QString type;            ///< e.g. "int(8) unsigned", "char(20) BINARY", "double(13,6)"
+    QString defaultValue{};  ///< SQL text; empty: 0 for numbers, '' for text
     bool nullable = false;
     bool autoIncrement = false;
 };
 struct Layout {
     QString name;
-    QVector<Column> columns;
-    QStringList keys;                           ///< "PRIMARY KEY(RNo)", "INDEX(ID_Name,I_Name)"
+    QVector<Column> columns{};
+    QStringList keys{};                           ///< "PRIMARY KEY(RNo)", "INDEX(ID_Name,I_Name)"
     [[nodiscard]] QString columnsText() const;  ///< the bracketed text behind CREATE TABLE <name>
     [[nodiscard]] QStringList columnNames() const;
 };
