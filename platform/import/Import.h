@@ -37,14 +37,17 @@ struct Options {
     std::function<void(int percent, const std::string& what)> progress;
 };
 
-/// Reads a network, telling the kind of input by its content: a folder of plain CSV files, CGMES files (a folder, a zip,
-/// or one file), a MATPOWER case.
-/// \throws ImportError
+/// Reads a network, telling the kind of input by its content: a folder of plain CSV files, CGMES files (a folder, a
+/// zip, or one file), a MATPOWER case. \throws ImportError
 host::NetworkModel read(const std::filesystem::path& input, const Options& options, Report& report);
 
 host::NetworkModel readCsv(const std::filesystem::path& folder, const Options& options, Report& report);
 host::NetworkModel readCgmes(const std::filesystem::path& input, const Options& options, Report& report);
 host::NetworkModel readMatpower(const std::filesystem::path& file, const Options& options, Report& report);
+
+/// Writes a network as a folder of plain CSV files that readCsv() takes; a kind without elements has no file.
+/// \throws exchange::FormatError when a file cannot be written
+void writeCsv(const host::NetworkModel& model, const std::filesystem::path& folder);
 
 /// Checks every importer shares: references, names, x0 = 0, r0 < r1, islands without source or grounding, zero
 /// impedances, duplicate names, trailing blanks and control characters (refused, with the row where there is one).

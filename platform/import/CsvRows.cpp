@@ -1,0 +1,74 @@
+#include "platform/import/CsvRows.h"
+
+#include <cmath>
+
+namespace import::csv {
+
+namespace {
+
+template <class Number>
+bool parse(const std::string& text, Number& value) {
+    const char* const end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value);
+    return result.ec == std::errc() && result.ptr == end;
+}
+
+bool isEmpty(const Cell& cell, Need need) {
+    if (!cell.text.empty()) return false;
+    if (need == Need::Required) cell.fail("不能为空");
+    return true;
+}
+
+}  // namespace
+
+void store(const Cell& cell, Need need, std::string& field) {
+    if (!isEmpty(cell, need)) field = cell.text;
+}
+
+void store(const Cell& cell, Need need, double& field) {
+    field = std::numeric_limits<double>::quiet_NaN();
+    if (isEmpty(cell, need)) return;
+    if (!parse(cell.text, field) || !std::isfinite(field)) cell.fail("“" + cell.text + "”不是数");
+}
+
+void store(const Cell& cell, Need need, int& field) {
+    if (isEmpty(cell, need)) return;
+    if (!parse(cell.text, field)) cell.fail("“" + cell.text + "”不是整数");
+}
+
+void store(const Cell& cell, Need need, bool& field) {
+    if (isEmpty(cell, need)) return;
+    if (cell.text != "0" && cell.text != "1") cell.fail("“" + cell.text + "”不是 0 或 1");
+    field = cell.text == "1";
+}
+
+std::string cellOf(const std::string& value) { return value; }
+
+std::string cellOf(double value) {
+    if (std::isnan(value)) return {};
+    char buffer[64];
+    return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr};
+}
+
+std::string cellOf(int value) { return std::to_string(value); }
+std::string cellOf(bool value) { return value ? "1" : "0"; }
+
+std::vector<std::size_t> columnPlaces(const CsvTable& table, const std::vector<std::string_view>& wanted,
+                                      const std::string& file) {
+    const std::vector<std::string>& header = table.header.cells;
+    const auto fail = [&](const std::string& what) { throw ImportError(file, table.header.line, what); };
+    std::set<std::string_view> seen;
+    for (const std::string& name : header) {
+        if (std::find(wanted.begin(), wanted.end(), name) == wanted.end()) fail("没有定义的列“" + name + "”");
+        if (!seen.insert(name).second) fail("列“" + name + "”重复");
+    }
+    std::vector<std::size_t> places;
+    for (std::string_view name : wanted) {
+        const auto found = std::find(header.begin(), header.end(), name);
+        if (found == header.end()) fail("缺少列“" + std::string(name) + "”");
+        places.push_back(static_cast<std::size_t>(found - header.begin()));
+    }
+    return places;
+}
+
+}  // namespace import::csv

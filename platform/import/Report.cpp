@@ -1,0 +1,21 @@
+#include "platform/import/Import.h"
+
+namespace import {
+
+namespace {
+
+std::string placed(const std::string& file, int line, const std::string& what) {
+    if (file.empty()) return what;
+    return line > 0 ? file + ":" + std::to_string(line) + ": " + what : file + ": " + what;
+}
+
+}  // namespace
+
+ImportError::ImportError(const std::string& file, int line, const std::string& what)
+    : std::runtime_error(placed(file, line, what)) {}
+
+void Report::add(Finding::Kind kind, std::string subject, std::string text, int count) {
+    findings.push_back({kind, std::move(subject), std::move(text), count});
+}
+
+}  // namespace import
