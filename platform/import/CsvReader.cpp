@@ -65,7 +65,7 @@ class FolderReader {
     void readLoadFlow() {
         each<LoadFlowRow>([this](const LoadFlowRow& row) { add(row); });
         each<LoadFlowNodeRow>([this](const LoadFlowNodeRow& row) {
-            requireNode(row.node);
+            requireNode(row.node, true);
             if (row.v_pu <= 0) fail("电压必须大于 0");
             loadFlow(row.number).nodes.push_back({row.node, row.v_pu, row.angle_deg});
         });
