@@ -48,12 +48,11 @@ QString socketPath(const QString& folder) {
     return QStringLiteral(P_tmpdir) + name;
 }
 
-// The last line of the server's own words that speaks of an error.
-QString lastError(const QByteArray& log) {
+// The first error in the server's own words: those behind it follow from it.
+QString errorIn(const QByteArray& log) {
     const QList<QByteArray> lines = log.split('\n');
-    for (auto line = lines.crbegin(); line != lines.crend(); ++line)
-        if (line->contains("[ERROR]") && !line->contains("Aborting"))
-            return QString::fromUtf8(line->mid(line->indexOf("[ERROR]") + 7)).trimmed();
+    for (const QByteArray& line : lines)
+        if (line.contains("[ERROR]")) return QString::fromUtf8(line.mid(line.indexOf("[ERROR]") + 7)).trimmed();
     for (auto line = lines.crbegin(); line != lines.crend(); ++line)
         if (!line->trimmed().isEmpty()) return QString::fromUtf8(line->trimmed());
     return QStringLiteral("没有给出原因");
@@ -155,7 +154,7 @@ bool EmbeddedServer::createDataDirectory(const QString& installer, QString* erro
     process.start(installer, options);
     const bool ended = process.waitForFinished(prepareLimitMs);
     if (!ended || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
-        return fail(error, "不能建立数据库服务器的数据目录：" + lastError(process.readAll()));
+        return fail(error, "不能建立数据库服务器的数据目录：" + errorIn(process.readAll()));
     QFile version(aside + '/' + versionFile);
     if (!version.open(QIODevice::WriteOnly) || version.write(QByteArray::number(layoutVersion) + '\n') < 0 ||
         !version.flush() || !QDir().rename(aside, path("data")))
@@ -195,7 +194,7 @@ bool EmbeddedServer::waitUntilReady(qint64 logStart, QString* error) const {
     clock.start();
     while (!answers()) {
         if (FileLock::tryExclusive(path("server.lock")).held())
-            return fail(error, "数据库服务器不能启动：" + lastError(readFrom(path("server.log"), logStart)));
+            return fail(error, "数据库服务器不能启动：" + errorIn(readFrom(path("server.log"), logStart)));
         if (clock.elapsed() > startLimitMs) return fail(error, QStringLiteral("数据库服务器没有响应"));
         QThread::msleep(5);
     }

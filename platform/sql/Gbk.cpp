@@ -1,5 +1,6 @@
 #include <QStringDecoder>
 #include <QStringEncoder>
+#include <algorithm>
 
 #include "platform/sql/Sql.h"
 
@@ -8,6 +9,9 @@ namespace sql {
 namespace {
 
 bool isControl(QChar character) { return character.unicode() < 0x20 || character.unicode() == 0x7F; }
+
+// The codec maps these to GBK codes that the server does not know.
+bool isPrivateUse(QChar character) { return character.category() == QChar::Other_PrivateUse; }
 
 }  // namespace
 
@@ -23,7 +27,7 @@ QString fromGbk(const QByteArray& bytes) {
 
 bool fitsGbk(const QString& text) {
     const QByteArray bytes = toGbk(text);
-    if (fromGbk(bytes) != text) return false;
+    if (fromGbk(bytes) != text || std::any_of(text.begin(), text.end(), isPrivateUse)) return false;
     qsizetype wide = 0;
     for (const QChar character : text) wide += character.unicode() >= 0x80;
     return bytes.size() == text.size() + wide;  // every character in one or two bytes, as in the database
