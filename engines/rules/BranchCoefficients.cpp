@@ -1,0 +1,154 @@
+#include "engines/rules/BranchCoefficients.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+#include "engines/rules/ElementData.h"
+#include "exchange/TextFile.h"
+
+namespace engines {
+
+namespace {
+
+CoefficientPair pairOf(const exchange::CoefficientResult& r) {
+    return {{r.fz1, r.nSel1a, r.nSel1b, r.nSys1}, {r.fz0, r.nSel0a, r.nSel0b, r.nSys0}};
+}
+
+double rounded(double value) {
+    const std::string text = exchange::number(value);
+    double result = 0;
+    std::from_chars(text.data(), text.data() + text.size(), result);
+    return result;
+}
+
+/// A mode list that is empty stands for the network as it stands.
+std::vector<int> operatingModes(const std::vector<int>& listed) { return listed.empty() ? std::vector{0} : listed; }
+
+void keepLarger(double value, int fault, int outage, int sysNo, Coefficient& best) {
+    if (std::isfinite(value) && rounded(value) > best.value) best = {rounded(value), fault, outage, sysNo};
+}
+
+void keepLarger(const Coefficient& other, Coefficient& best) {
+    if (other.value > best.value) best = other;
+}
+
+}  // namespace
+
+BranchCoefficients::BranchCoefficients(const Study& study, const Sections& sections, FaultCalculation& calculation)
+    : study_(study), sections_(sections), calculation_(calculation) {
+    for (std::size_t i = 0; i < study.mainBranches.size(); ++i) {
+        const StudyMainBranch& main = study.mainBranches[i];
+        mainBranchAt_.try_emplace({main.record.idNo, main.startNode()}, static_cast<int>(i));
+    }
+    for (const exchange::CoefficientResult& result : study.earlier)
+        earlier_.try_emplace({result.fzNo, result.nlRNo}, pairOf(result));
+}
+
+std::vector<int> BranchCoefficients::mainBranchesOf(const AdjacentBranch& branch) const {
+    const auto placeOf = [&](const AdjacentBranch& b) {
+        const auto found = mainBranchAt_.find({sections_.edge(b.edge).idNo, b.startNode});
+        return found == mainBranchAt_.end() ? -1 : found->second;
+    };
+    if (const int own = placeOf(branch); own >= 0) return {own};
+    std::vector<int> beyond;
+    for (const AdjacentBranch& winding : sections_.otherWindings(branch))
+        if (const int place = placeOf(winding); place >= 0) beyond.push_back(place);
+    return beyond;
+}
+
+const CoefficientPair* BranchCoefficients::earlier(int mainBranch, const StudyRelay& relay) const {
+    const int number = study_.mainBranches[static_cast<std::size_t>(mainBranch)].record.fzNo;
+    const auto found = earlier_.find({number, relay.rno});
+    return found == earlier_.end() ? nullptr : &found->second;
+}
+
+void BranchCoefficients::consider(const StudyMainBranch& main, int sysNo, const CoefficientPlace& place,
+                                  CoefficientPair& best) {
+    for (const FaultCase& outage : main.cases.outages)
+        for (const FaultCase& fault : main.cases.faults) {
+            if (exclude(outage, fault)) continue;
+            const auto of = [&](Sequence sequence) {
+                return calculation_.branchCoefficient(sysNo, sequence, outage, fault, place);
+            };
+            keepLarger(of(Sequence::Positive), fault.number, outage.number, sysNo, best.positive);
+            keepLarger(of(Sequence::Zero), fault.number, outage.number, sysNo, best.zero);
+        }
+}
+
+CoefficientPair BranchCoefficients::largest(const StudyMainBranch& main, const CoefficientPlace& place) {
+    CoefficientPair best;
+    for (const int sysNo : operatingModes(main.record.modes)) consider(main, sysNo, place, best);
+    return best;
+}
+
+const CoefficientPair& BranchCoefficients::computed(int mainBranch, const BranchView& m, const StudyRelay& relay) {
+    const Key key{mainBranch, m.branch.value, relay.place.branch.value, static_cast<int>(relay.place.end)};
+    const auto [entry, isNew] = kept_.try_emplace(key);
+    if (isNew) {
+        const CoefficientPlace place{relay.place.branch, relay.place.end, m.branch, m.end};
+        entry->second = largest(study_.mainBranches[static_cast<std::size_t>(mainBranch)], place);
+    }
+    return entry->second;
+}
+
+std::optional<CoefficientPair> BranchCoefficients::of(const AdjacentBranch& branch, const StudyRelay& relay) {
+    const BranchView m = viewOf(branch, sections_, study_.network);
+    if (m.branch.value < 0 || relay.kind != RelayKind::Branch || !relay.located) return std::nullopt;
+    std::optional<CoefficientPair> best;
+    for (const int place : mainBranchesOf(branch)) {
+        const bool itself = study_.mainBranches[static_cast<std::size_t>(place)].startNode() == branch.startNode;
+        const CoefficientPair* known = itself ? earlier(place, relay) : nullptr;
+        const CoefficientPair& pair = known ? *known : computed(place, m, relay);
+        if (!best) best = CoefficientPair{};
+        keepLarger(pair.positive, best->positive);
+        keepLarger(pair.zero, best->zero);
+    }
+    return best;
+}
+
+exchange::CoefficientResult BranchCoefficients::line(const StudyMainBranch& main, const StudyRelay& relay,
+                                                     const CoefficientPair& pair) const {
+    exchange::CoefficientResult r;
+    const Branch& b = study_.network.branches[static_cast<std::size_t>(relay.place.branch.value)];
+    const auto busNo = [&](BusIndex i) { return study_.network.buses[static_cast<std::size_t>(i.value)].no.value; };
+    r.fzNo = main.record.fzNo;
+    r.mINo = main.record.iNo;
+    r.mJNo = main.record.jNo;
+    r.mIdNo = main.record.idNo;
+    r.mSide = main.record.side;
+    r.bINo = busNo(b.from);
+    r.bJNo = busNo(b.to);
+    r.bIdNo = b.idNo;
+    r.nlRNo = relay.rno;
+    r.fz1 = pair.positive.value;
+    r.nSel1a = pair.positive.fault;
+    r.nSel1b = pair.positive.outage;
+    r.nSys1 = pair.positive.sysNo;
+    r.fz0 = pair.zero.value;
+    r.nSel0a = pair.zero.fault;
+    r.nSel0b = pair.zero.outage;
+    r.nSys0 = pair.zero.sysNo;
+    return r;
+}
+
+std::vector<exchange::CoefficientResult> BranchCoefficients::lines() {
+    std::vector<exchange::CoefficientResult> result;
+    for (const StudyRelay& relay : study_.relays) {
+        if (relay.kind != RelayKind::Branch || !relay.located) continue;
+        for (const AdjacentBranch& branch : sections_.mainBranches(relay)) {
+            const auto found = mainBranchAt_.find({sections_.edge(branch.edge).idNo, branch.startNode});
+            if (found == mainBranchAt_.end() || earlier(found->second, relay)) continue;
+            const BranchView m = viewOf(branch, sections_, study_.network);
+            if (m.branch.value < 0) continue;
+            const CoefficientPair& pair = computed(found->second, m, relay);
+            const auto& main = study_.mainBranches[static_cast<std::size_t>(found->second)];
+            if (!pair.none()) result.push_back(line(main, relay, pair));
+        }
+    }
+    std::ranges::stable_sort(result, {}, [](const auto& r) { return std::pair(r.fzNo, r.nlRNo); });
+    result.insert(result.begin(), study_.earlier.begin(), study_.earlier.end());
+    return result;
+}
+
+}  // namespace engines

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <span>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "engines/faults/FaultStudy.h"
+#include "engines/rules/FaultCases.h"
+
+namespace engines {
+
+/// A fault quantity of a rule: what and where, as `VType` and `VPos` give them.
+struct QuantityAsked {
+    int vType = 0;
+    int vPos = 0;
+};
+
+/// The quantities of one fault as a relay sees them, in kA, kV, kilo-ohm; NaN where a quantity does not exist.
+struct QuantitiesSeen {
+    std::vector<double> values;
+    bool dead = false;  ///< the fault lies where no source feeds it
+};
+
+/// The place of a branch coefficient: relay's branch B, main branch M, each with the end at which current is counted.
+struct CoefficientPlace {
+    BranchIndex b;
+    End bEnd = End::I;
+    BranchIndex m;
+    End mEnd = End::I;
+};
+
+/// The electrical side of a rule run: what is computed on the sequence networks. `sysNo` 0 is the network as it stands.
+class FaultCalculation {
+  public:
+    virtual ~FaultCalculation() = default;
+    virtual QuantitiesSeen quantities(int sysNo, const FaultCase& outage, const FaultCase& fault,
+                                      const RelayPlace& relay, std::span<const QuantityAsked> asked) = 0;
+    /// Of one fault under one outage; 0 when there is none.
+    virtual double branchCoefficient(int sysNo, Sequence sequence, const FaultCase& outage, const FaultCase& fault,
+                                     const CoefficientPlace& place) = 0;
+    /// Source impedance behind a relay's own end, per unit; infinite without a source.
+    virtual Complex sourceImpedance(int sysNo, Sequence sequence, const RelayPlace& relay) = 0;
+    /// The operating mode has the branch cut out in the positive sequence.
+    virtual bool isCutOut(int sysNo, BranchIndex branch) const = 0;
+};
+
+/// On the factorised networks, one per operating mode, made when first asked for and kept; solutions are kept for
+/// the rules that ask again.
+class ModeStudies : public FaultCalculation {
+  public:
+    /// Both must outlive this.
+    ModeStudies(const Network& network, const std::map<int, std::vector<ModeChange>>& modes);
+    ~ModeStudies() override;
+
+    QuantitiesSeen quantities(int sysNo, const FaultCase& outage, const FaultCase& fault, const RelayPlace& relay,
+                              std::span<const QuantityAsked> asked) override;
+    double branchCoefficient(int sysNo, Sequence sequence, const FaultCase& outage, const FaultCase& fault,
+                             const CoefficientPlace& place) override;
+    Complex sourceImpedance(int sysNo, Sequence sequence, const RelayPlace& relay) override;
+    [[nodiscard]] bool isCutOut(int sysNo, BranchIndex branch) const override;
+
+  private:
+    const ModeNetwork& mode(int sysNo);
+    const Solution& solution(int sysNo, const FaultCase& outage, const FaultCase& fault);
+    [[nodiscard]] const std::vector<ModeChange>& changes(int sysNo) const;
+
+    const Network& network_;
+    const std::map<int, std::vector<ModeChange>>& modes_;
+    std::map<int, std::unique_ptr<ModeNetwork>> networks_;
+    std::unordered_map<std::string, Solution> solutions_;
+};
+
+}  // namespace engines
