@@ -95,10 +95,11 @@ Outcome evaluate(const Step& step, const Registers& registers) {
 }
 
 std::string operandName(int code) {
-    if (code > exchange::kTemporaryBase) return "T" + std::to_string(code - exchange::kTemporaryBase);
-    if (code > exchange::kOutputBase) return "O" + std::to_string(code - exchange::kOutputBase);
-    if (code > exchange::kParameterBase) return "K" + std::to_string(code - exchange::kParameterBase);
-    return "I" + std::to_string(code);
+    std::string name = "I";
+    if (code > exchange::kParameterBase) name = "K";
+    if (code > exchange::kOutputBase) name = "O";
+    if (code > exchange::kTemporaryBase) name = "T";
+    return name + std::to_string(code % exchange::kParameterBase);
 }
 
 }  // namespace engines

@@ -15,8 +15,11 @@ CoefficientPair pairOf(const exchange::CoefficientResult& r) {
     return {{r.fz1, r.nSel1a, r.nSel1b, r.nSys1}, {r.fz0, r.nSel0a, r.nSel0b, r.nSys0}};
 }
 
+/// Digits that the result files keep.
+constexpr int kResultDigits = 12;
+
 double rounded(double value) {
-    const std::string text = exchange::number(value);
+    const std::string text = exchange::number(value, kResultDigits);
     double result = 0;
     std::from_chars(text.data(), text.data() + text.size(), result);
     return result;

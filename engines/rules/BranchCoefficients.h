@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "engines/rules/ElementData.h"
 #include "engines/rules/FaultCalculation.h"
 #include "engines/rules/Sections.h"
 #include "engines/rules/Study.h"
@@ -26,7 +27,7 @@ struct CoefficientPair {
 };
 
 /// Branch coefficients |I_B| / |I_M| of the relays of a study for its main branches; each is computed once, and those
-/// that an earlier run found are taken over. Values are rounded to the six digits of the result file, so that a
+/// that an earlier run found are taken over. Values are rounded to the digits of the result file, so that a
 /// coefficient taken over equals one computed.
 class BranchCoefficients {
   public:
