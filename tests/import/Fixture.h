@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -60,8 +61,10 @@ const Element& named(const std::vector<Element>& elements, const std::string& na
     return *found;
 }
 
+/// A public network beside the checkout, or below the folder that the environment names.
 inline std::filesystem::path shared(const std::string& name) {
-    return std::filesystem::path(MORVANE_SHARED_NETWORKS) / name;
+    const char* const folder = std::getenv("MORVANE_SHARED_NETWORKS");
+    return std::filesystem::path(folder ? folder : MORVANE_SHARED_NETWORKS) / name;
 }
 
 }  // namespace import_test
