@@ -16,13 +16,13 @@ struct Station {
 struct Node {
     std::string name;
     double baseKv = 0;
-    int nodeType = 0;        ///< 1 a T node
-    std::string bus;         ///< diagram bus that groups nodes
+    int nodeType = 0;  ///< 1 a T node
+    std::string bus;   ///< diagram bus that groups nodes
     bool physicalBus = false;
     std::string station;
-    double x = 0, y = 0;     ///< diagram coordinates
+    double x = 0, y = 0;  ///< diagram coordinates
     bool hasPosition = false;
-    double vMinKv = 0;       ///< lowest working voltage, phase to phase; 0 unknown
+    double vMinKv = 0;  ///< lowest working voltage, phase to phase; 0 unknown
 };
 
 struct Line {
@@ -42,15 +42,15 @@ struct Winding {
     double ratedKv = 0;
     double ratedMva = 0;
     Grounding grounding = Grounding::Isolated;
-    double rn = 0, xn = 0;   ///< neutral impedance, ohm
+    double rn = 0, xn = 0;  ///< neutral impedance, ohm
 };
 
 struct Transformer2 {
     std::string name;
     Winding i, j;
     double r1 = 0, x1 = 0, r0 = 0, x0 = 0;
-    double tapRatio = 1;     ///< off-nominal ratio; kept, not used by the fault calculation
-    double phaseShift = 0;   ///< degrees
+    double tapRatio = 1;    ///< off-nominal ratio; kept, not used by the fault calculation
+    double phaseShift = 0;  ///< degrees
     bool tapChanger = false;
     bool phaseShifter = false;
     double maxLoadA = 0;
@@ -59,7 +59,7 @@ struct Transformer2 {
 
 struct Transformer3 {
     std::string name;
-    std::string star;        ///< name of the star point
+    std::string star;  ///< name of the star point
     Winding winding[3];
     double r1[3] = {}, x1[3] = {}, r0[3] = {}, x0[3] = {};  ///< of each winding's branch from the star point
     bool tapChanger = false;
@@ -69,18 +69,18 @@ struct Transformer3 {
 struct Generator {
     std::string name, node;
     double ratedMva = 0, ratedKv = 0, cosPhi = 0;
-    double r1 = 0, x1 = 0;   ///< R and Xd''
+    double r1 = 0, x1 = 0;  ///< R and Xd''
     double r0 = 0, x0 = 0;
     bool grounded = false;
-    double rn = 0, xn = 0;   ///< neutral impedance, ohm
+    double rn = 0, xn = 0;  ///< neutral impedance, ohm
     double pMw = 0, qMvar = 0;
-    std::string kind;        ///< "generator", "motor", "feeder"
+    std::string kind;  ///< "generator", "motor", "feeder"
     bool inService = true;
 };
 
 struct Shunt {
     std::string name, node;
-    double x1 = 0;           ///< negative: capacitor, positive: reactor
+    double x1 = 0;  ///< negative: capacitor, positive: reactor
     double r0 = 0, x0 = 0;
     bool grounded = false;
     double ratedMvar = 0, ratedKv = 0;
@@ -95,7 +95,7 @@ struct Load {
 
 struct Switch {
     std::string name, i, j;
-    bool breaker = true;     ///< else a disconnector
+    bool breaker = true;  ///< else a disconnector
     bool closed = true;
 };
 
@@ -110,7 +110,7 @@ struct Mutual {
 struct Scheme {
     std::string name;
     struct Change {
-        std::string table;   ///< "line", "transformer2", "transformer3", "generator", "shunt", "switch"
+        std::string table;  ///< "line", "transformer2", "transformer3", "generator", "shunt", "switch"
         std::string element;
         bool inService = true;  ///< for a switch: closed
     };
@@ -118,11 +118,17 @@ struct Scheme {
 };
 
 struct LoadFlowCase {
-    int number = 1;          ///< 1 and above
+    int number = 1;  ///< 1 and above
     std::string name;
     std::string scheme;
-    struct NodeState { std::string node; double vMag = 1, vAngle = 0; };
-    struct Injection { std::string element; double pMw = 0, qMvar = 0; };
+    struct NodeState {
+        std::string node;
+        double vMag = 1, vAngle = 0;
+    };
+    struct Injection {
+        std::string element;
+        double pMw = 0, qMvar = 0;
+    };
     std::vector<NodeState> nodes;
     std::vector<Injection> generators;
 };
@@ -138,7 +144,7 @@ struct OperatingMode {
         double r = 0, x = 0;
     };
     std::vector<Change> changes;
-    bool maximum = true;     ///< suggested use
+    bool maximum = true;  ///< suggested use
 };
 
 struct NetworkModel {
@@ -153,7 +159,7 @@ struct NetworkModel {
     std::vector<Load> loads;
     std::vector<Switch> switches;
     std::vector<Mutual> mutuals;
-    std::vector<Scheme> schemes;          ///< the first one is the base scheme; at least one
+    std::vector<Scheme> schemes;  ///< the first one is the base scheme; at least one
     std::vector<LoadFlowCase> loadFlow;
     std::vector<OperatingMode> modes;
 };

@@ -103,13 +103,13 @@ bool dbDatabase::execute(const QByteArray& text) {
 
 QString dbDatabase::fact(const QString& name) {
     dbStatement statement(*this, "SELECT value FROM meta WHERE name=?");
-    return statement.bind(name.toLatin1()).step() ? statement.text(0) : QString();
+    return statement.bindPlain(name).step() ? QString::fromUtf8(statement.bytes(0)) : QString();
 }
 
 bool dbDatabase::setFact(const QString& name, const QString& value) {
     if (!begin()) return false;
     dbStatement statement(*this, "INSERT OR REPLACE INTO meta(name,value) VALUES(?,?)");
-    return statement.bind(name.toLatin1()).bind(value).run();
+    return statement.bindPlain(name).bindPlain(value).run();
 }
 
 qint64 dbDatabase::changeCount() const { return db_ ? sqlite3_total_changes64(db_) + epoch_ : -1; }

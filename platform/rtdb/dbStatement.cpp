@@ -34,6 +34,12 @@ dbStatement& dbStatement::bind(const QByteArray& value) {
 
 dbStatement& dbStatement::bind(const QString& value) { return bind(sql::toGbk(value)); }
 
+dbStatement& dbStatement::bindPlain(const QString& value) {
+    const QByteArray text = value.toUtf8();
+    sqlite3_bind_text(statement_, ++place_, text.constData(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
+    return *this;
+}
+
 bool dbStatement::step() {
     if (!ok_) return false;
     const int answer = sqlite3_step(statement_);

@@ -22,6 +22,8 @@ class dbStatement {
     dbStatement& bind(double value);
     dbStatement& bind(const QByteArray& value);
     dbStatement& bind(const QString& value);
+    /// As UTF-8 text, for the facts.
+    dbStatement& bindPlain(const QString& value);
 
     /// \return true on a row
     bool step();
