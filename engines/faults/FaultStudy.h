@@ -24,10 +24,10 @@ enum class FaultKind {
 /// an open and a shunt of one group at one place of one branch: the open lies between the fault and the nearer end.
 struct Condition {
     BranchIndex branch;
-    BusIndex bus;          ///< used when branch is -1: a shunt condition directly at a bus
-    double percent = 0;    ///< 0 to 100 from the I end
+    BusIndex bus;        ///< used when branch is -1: a shunt condition directly at a bus
+    double percent = 0;  ///< 0 to 100 from the I end
     FaultKind kind = FaultKind::ThreePhaseGround;
-    Complex z;             ///< per unit; of the fault, or of the open phases for series kinds
+    Complex z;  ///< per unit; of the fault, or of the open phases for series kinds
     int group = 0;
 };
 
@@ -48,14 +48,21 @@ class Solution {
     [[nodiscard]] Sequences sourceCurrent(int source) const;
     /// Voltage of a bus, per unit.
     [[nodiscard]] Sequences voltage(BusIndex bus) const;
-    /// Voltage at the place of the first shunt condition, and the current into it, per unit; zero without one.
+    /// Voltage at the fault, and the current into it, per unit; zero without one. The fault is the first shunt
+    /// condition of the smallest group: faults are numbered below outages.
     [[nodiscard]] Sequences faultVoltage() const;
     [[nodiscard]] Sequences faultCurrent() const;
+    /// Current into all shunt conditions that stand directly at a bus, per unit.
+    [[nodiscard]] Sequences faultCurrentAt(BusIndex bus) const;
+    /// The bus of the fault, or the end of its branch that is nearer; -1 without a fault.
+    [[nodiscard]] BusIndex faultBus() const;
+    /// Phases A, B, C that take part in the fault; without one those that the opens leave closed.
+    [[nodiscard]] std::array<bool, 3> faultedPhases() const;
     /// The fault lies in an island without a source, or on a branch cut out: every quantity is zero.
     [[nodiscard]] bool dead() const { return dead_; }
 
     struct State;
-    Solution(std::shared_ptr<const State> state, bool dead);
+    explicit Solution(std::shared_ptr<const State> state);
 
   private:
     std::shared_ptr<const State> state_;
@@ -95,10 +102,10 @@ class ModeNetwork {
 
 /// Where a relay stands, for the quantities below.
 struct RelayPlace {
-    BranchIndex branch;   ///< -1 at a bus or a generator
+    BranchIndex branch;  ///< -1 at a bus or a generator
     End end = End::I;
-    BusIndex bus;         ///< the bus of the relay's own end
-    int source = -1;      ///< at a generator
+    BusIndex bus;     ///< the bus of the relay's own end
+    int source = -1;  ///< at a generator
 };
 
 /// The quantity `vType` 1 to 22 at place `vPos` (1 own end, 2 opposite end, 3 fault point) in kA, kV, kilo-ohm.

@@ -43,9 +43,9 @@ struct Branch {
     Complex z1, z0;       ///< per unit on 100 MVA and the base voltage of the buses
     ZeroPath zeroPath = ZeroPath::Through;
     double lengthKm = 0;
-    double ratedA = 0;     ///< lines: rated current, 0 unknown
-    double maxLoadA = 0;   ///< largest load current, referred to the I side; 0 unknown
-    double ratedMva = 0;   ///< transformers
+    double ratedA = 0;    ///< lines: rated current, 0 unknown
+    double maxLoadA = 0;  ///< largest load current, referred to the I side; 0 unknown
+    double ratedMva = 0;  ///< transformers
     double ratedKvI = 0, ratedKvJ = 0;
 };
 
@@ -67,8 +67,9 @@ struct ZeroShunt {
 
 struct Mutual {
     BranchIndex first, second;
-    Complex z0;     ///< of the whole coupled stretch, with the sign of its sense
-    double firstFrom = 0, firstTo = 100, secondFrom = 0, secondTo = 100;
+    Complex z0;  ///< of the whole coupled stretch, with the sign of its sense
+    double firstFrom = 0, firstTo = 100, secondFrom = 0, secondTo = 100;  ///< percent from the I end of each
+    bool opposite = false;                                                ///< the lines run opposite ways from I to J
 };
 
 struct Bus {
@@ -76,8 +77,8 @@ struct Bus {
     double baseKv = 0;
     Complex voltage{1, 0};  ///< pre-fault voltage, per unit
     double vMinKv = 0;
-    bool star = false;      ///< star point of a three-winding transformer
-    std::string name;       ///< GBK
+    bool star = false;  ///< star point of a three-winding transformer
+    std::string name;   ///< GBK
 };
 
 struct Network {
@@ -103,11 +104,11 @@ Network buildNetwork(const exchange::NetworkData& data);
 
 /// One element of an operating mode in positions.
 struct ModeChange {
-    BranchIndex branch;      ///< -1: a shunt of the zero sequence at `bus`
-    BusIndex bus, second;    ///< the two nodes of the line; equal for a shunt
+    BranchIndex branch;    ///< -1: a shunt of the zero sequence at `bus`
+    BusIndex bus, second;  ///< the two nodes of the line; equal for a shunt
     Sequence sequence = Sequence::Positive;
     Complex z;
-    bool cut = false;        ///< cut out in that sequence
+    bool cut = false;  ///< cut out in that sequence
 };
 
 }  // namespace engines

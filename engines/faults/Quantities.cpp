@@ -1,0 +1,144 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <optional>
+
+#include "engines/faults/FaultStudy.h"
+
+namespace engines {
+namespace {
+
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+
+/// What is measured at a place, per unit, with the base that belongs there.
+struct Measurement {
+    Sequences current, voltage;
+    double baseKv = 0;
+    [[nodiscard]] double baseKa() const { return 100 / (std::numbers::sqrt3 * baseKv); }
+    /// Base of phase voltages.
+    [[nodiscard]] double phaseKv() const { return baseKv / std::numbers::sqrt3; }
+    [[nodiscard]] double baseKiloOhm() const { return baseKv * baseKv / 100 / 1000; }
+};
+
+Measurement at(BusIndex bus, const Sequences& current, const Sequences& voltage, const Network& network) {
+    return {current, voltage, network.buses[static_cast<std::size_t>(bus.value)].baseKv};
+}
+
+Measurement ownEnd(const RelayPlace& relay, const Network& network, const Solution& solution) {
+    const Sequences current = relay.branch.value >= 0 ? solution.current(relay.branch, relay.end)
+                              : relay.source >= 0     ? solution.sourceCurrent(relay.source)
+                                                      : solution.faultCurrentAt(relay.bus);
+    return at(relay.bus, current, solution.voltage(relay.bus), network);
+}
+
+std::optional<Measurement> measure(int vPos, const RelayPlace& relay, const Network& network,
+                                   const Solution& solution) {
+    if (vPos == 3) {
+        if (solution.faultBus().value < 0) return {};
+        return at(solution.faultBus(), solution.faultCurrent(), solution.faultVoltage(), network);
+    }
+    if (vPos != 2) return ownEnd(relay, network, solution);
+    if (relay.branch.value < 0) return {};
+    const Branch& branch = network.branches[static_cast<std::size_t>(relay.branch.value)];
+    const BusIndex bus = relay.end == End::I ? branch.to : branch.from;
+    const End end = relay.end == End::I ? End::J : End::I;
+    return at(bus, solution.current(relay.branch, end), solution.voltage(bus), network);
+}
+
+std::array<double, 3> sizes(const std::array<Complex, 3>& v) {
+    return {std::abs(v[0]), std::abs(v[1]), std::abs(v[2])};
+}
+
+std::array<Complex, 3> differences(const std::array<Complex, 3>& v) { return {v[0] - v[1], v[1] - v[2], v[2] - v[0]}; }
+
+double largest(const std::array<double, 3>& v) { return *std::max_element(v.begin(), v.end()); }
+double smallest(const std::array<double, 3>& v) { return *std::min_element(v.begin(), v.end()); }
+
+double faultedCurrent(bool wantLargest, const std::array<double, 3>& currents, const std::array<bool, 3>& faulted) {
+    double result = kNone;
+    for (std::size_t p = 0; p < 3; ++p) {
+        if (!faulted[p]) continue;
+        if (std::isnan(result) || (wantLargest ? currents[p] > result : currents[p] < result)) result = currents[p];
+    }
+    return result;
+}
+
+double currentQuantity(int vType, const Measurement& m, const Solution& solution) {
+    const auto phase = phases(m.current);
+    const auto size = sizes(phase);
+    switch (vType) {
+        case 4:
+            return faultedCurrent(true, size, solution.faultedPhases());
+        case 5:
+            return faultedCurrent(false, size, solution.faultedPhases());
+        case 6:
+            return std::abs(m.current.positive);
+        case 7:
+            return std::abs(m.current.negative);
+        case 8:
+            return 3 * std::abs(m.current.zero);
+        case 9:
+            return largest(sizes(differences(phase)));
+        default:
+            return size[static_cast<std::size_t>(vType - 1)];
+    }
+}
+
+double voltageQuantity(int vType, const Measurement& m) {
+    const auto phase = phases(m.voltage);
+    switch (vType) {
+        case 14:
+            return smallest(sizes(phase));
+        case 15:
+            return smallest(sizes(differences(phase)));
+        case 16:
+            return std::abs(m.voltage.positive);
+        case 17:
+            return std::abs(m.voltage.negative);
+        case 18:
+            return 3 * std::abs(m.voltage.zero);
+        default:
+            return sizes(phase)[static_cast<std::size_t>(vType - 11)];
+    }
+}
+
+/// Smallest |u/i| of the loops that carry a current; not finite when none does.
+double smallestLoop(const std::array<Complex, 3>& u, const std::array<Complex, 3>& i) {
+    // Below this a loop's current, per unit, is what rounding left.
+    constexpr double kNoCurrent = 1e-9;
+    double result = std::numeric_limits<double>::infinity();
+    for (std::size_t p = 0; p < 3; ++p) {
+        if (std::abs(i[p]) > kNoCurrent) result = std::min(result, std::abs(u[p] / i[p]));
+    }
+    return result;
+}
+
+double groundLoop(const Measurement& m, const Branch& branch) {
+    const Complex k0 = (branch.z0 - branch.z1) / (3.0 * branch.z1);
+    auto current = phases(m.current);
+    for (Complex& i : current) i += k0 * 3.0 * m.current.zero;
+    return smallestLoop(phases(m.voltage), current);
+}
+
+}  // namespace
+
+bool isFaultQuantity(int vType) {
+    return (vType >= 1 && vType <= 9) || (vType >= 11 && vType <= 18) || vType == 21 || vType == 22;
+}
+
+double faultQuantity(int vType, int vPos, const RelayPlace& relay, const Network& network, const Solution& solution) {
+    if (!isFaultQuantity(vType)) return kNone;
+    const std::optional<Measurement> m = measure(vPos, relay, network, solution);
+    if (!m) return kNone;
+    if (vType <= 9) return currentQuantity(vType, *m, solution) * m->baseKa();
+    if (vType <= 18) return voltageQuantity(vType, *m) * m->phaseKv();
+    if (solution.dead()) return kNone;
+    if (vType == 21) {
+        return smallestLoop(differences(phases(m->voltage)), differences(phases(m->current))) * m->baseKiloOhm();
+    }
+    if (relay.branch.value < 0) return kNone;
+    return groundLoop(*m, network.branches[static_cast<std::size_t>(relay.branch.value)]) * m->baseKiloOhm();
+}
+
+}  // namespace engines

@@ -1,0 +1,206 @@
+#include "engines/network/Network.h"
+
+#include <cmath>
+#include <numbers>
+
+#include "exchange/TextFile.h"
+
+namespace engines {
+namespace {
+
+using exchange::BranchKind;
+
+/// Where an element stands in the network files, for messages.
+struct Row {
+    const char* file;
+    int line;
+};
+
+[[noreturn]] void fail(Row row, const std::string& what) { throw exchange::FormatError(row.file, row.line, what); }
+
+std::string branchName(int idNo) { return "branch " + std::to_string(idNo); }
+
+Complex impedance(Row row, double r, double x, const std::string& owner) {
+    const Complex z{r, x};
+    if (!std::isfinite(r) || !std::isfinite(x)) fail(row, "impedance of " + owner + " is not finite");
+    if (z == Complex{}) fail(row, "impedance of " + owner + " is zero");
+    return z;
+}
+
+ZeroPath zeroPath(int zcType) {
+    switch (zcType) {
+        case 1:
+            return ZeroPath::GroundAtI;
+        case 2:
+            return ZeroPath::GroundAtJ;
+        case 3:
+            return ZeroPath::Through;
+        default:
+            return ZeroPath::None;
+    }
+}
+
+/// Fills a network element by element; the look-ups are complete as soon as an element is in.
+class Builder {
+  public:
+    explicit Builder(bool loadFlow) { network_.loadFlow = loadFlow; }
+
+    void add(Row row, const exchange::NetBus& bus);
+    void add(Row row, const exchange::NetLine& line);
+    void add(Row row, const exchange::NetTransformer& transformer);
+    void add(Row row, const exchange::NetGenerator& generator);
+    void add(Row row, const exchange::NetShunt& shunt);
+    void add(Row row, const exchange::NetMutual& mutual);
+    Network take() { return std::move(network_); }
+
+  private:
+    BusIndex busOf(Row row, int no, const std::string& owner) const;
+    BranchIndex lineOf(Row row, int idNo) const;
+    void addBranch(Row row, Branch branch, int iNo, int jNo);
+
+    Network network_;
+};
+
+void Builder::add(Row row, const exchange::NetBus& bus) {
+    if (!(bus.baseKv > 0) || !std::isfinite(bus.baseKv))
+        fail(row, "bus " + std::to_string(bus.no) + " has no base voltage");
+    if (!network_.busByNo.emplace(bus.no, static_cast<int>(network_.buses.size())).second) {
+        fail(row, "bus " + std::to_string(bus.no) + " appears twice");
+    }
+    const Complex voltage = std::polar(bus.vMag, bus.vAngle * std::numbers::pi / 180);
+    network_.buses.push_back({{bus.no}, bus.baseKv, voltage, bus.vMinKv, false, bus.name});
+}
+
+BusIndex Builder::busOf(Row row, int no, const std::string& owner) const {
+    const BusIndex index = network_.bus({no});
+    if (index.value < 0) fail(row, owner + " stands at bus " + std::to_string(no) + ", which does not exist");
+    return index;
+}
+
+void Builder::addBranch(Row row, Branch branch, int iNo, int jNo) {
+    branch.from = busOf(row, iNo, branchName(branch.idNo));
+    branch.to = busOf(row, jNo, branchName(branch.idNo));
+    if (branch.from == branch.to) fail(row, branchName(branch.idNo) + " has both ends at bus " + std::to_string(iNo));
+    network_.branchById.emplace(branch.idNo, static_cast<int>(network_.branches.size()));
+    network_.branches.push_back(branch);
+}
+
+void Builder::add(Row row, const exchange::NetLine& line) {
+    Branch branch;
+    branch.idNo = line.idNo;
+    branch.z1 = impedance(row, line.r1, line.x1, branchName(line.idNo));
+    branch.z0 = impedance(row, line.r0, line.x0, branchName(line.idNo) + " (zero sequence)");
+    branch.lengthKm = line.lengthKm;
+    branch.ratedA = line.ratedA;
+    branch.maxLoadA = line.maxLoadA;
+    addBranch(row, branch, line.iNo, line.jNo);
+}
+
+void Builder::add(Row row, const exchange::NetTransformer& transformer) {
+    Branch branch;
+    const std::string name = branchName(transformer.idNo);
+    const bool winding = transformer.kind > 30;
+    branch.idNo = transformer.idNo;
+    branch.kind = winding ? BranchKind::Winding : BranchKind::Transformer;
+    branch.windingKind = winding ? transformer.kind : 0;
+    branch.z1 = impedance(row, transformer.r1, transformer.x1, name);
+    branch.zeroPath = zeroPath(transformer.zcType);
+    branch.z0 = branch.zeroPath == ZeroPath::None
+                    ? Complex{transformer.r0, transformer.x0}
+                    : impedance(row, transformer.r0, transformer.x0, name + " (zero sequence)");
+    branch.ratedMva = transformer.ratedMva;
+    branch.ratedKvI = transformer.ratedKvI;
+    branch.ratedKvJ = transformer.ratedKvJ;
+    branch.maxLoadA = transformer.maxLoadA;
+    addBranch(row, branch, transformer.iNo, transformer.jNo);
+    if (winding) network_.buses[static_cast<std::size_t>(network_.branches.back().from.value)].star = true;
+}
+
+void Builder::add(Row row, const exchange::NetGenerator& generator) {
+    const std::string name = "generator " + generator.name;
+    Source source;
+    source.name = generator.name;
+    source.bus = busOf(row, generator.no, name);
+    source.z1 = impedance(row, generator.r1, generator.x1, name);
+    source.grounded = generator.grounded;
+    if (generator.grounded) source.z0 = impedance(row, generator.r0, generator.x0, name + " (zero sequence)");
+    source.ratedMva = generator.ratedMva;
+    source.ratedKv = generator.ratedKv;
+    source.power = Complex{generator.pMw, generator.qMvar} / 100.0;
+    network_.sources.push_back(source);
+}
+
+void Builder::add(Row row, const exchange::NetShunt& shunt) {
+    const std::string name = "shunt " + std::to_string(shunt.idNo);
+    const BusIndex bus = busOf(row, shunt.no, name);
+    network_.shunts.push_back(shunt);
+    if (!shunt.grounded || !(shunt.x1 > 0)) return;
+    network_.zeroShunts.push_back({bus, impedance(row, shunt.r0, shunt.x0, name + " (zero sequence)"), shunt.idNo});
+}
+
+BranchIndex Builder::lineOf(Row row, int idNo) const {
+    const auto [first, last] = network_.branchById.equal_range(idNo);
+    for (auto it = first; it != last; ++it) {
+        if (network_.branches[static_cast<std::size_t>(it->second)].kind == BranchKind::Line) return {it->second};
+    }
+    fail(row, "a mutual impedance names line " + std::to_string(idNo) + ", which does not exist");
+}
+
+void Builder::add(Row row, const exchange::NetMutual& mutual) {
+    Mutual result;
+    result.first = lineOf(row, mutual.firstId);
+    result.second = lineOf(row, mutual.secondId);
+    const std::string name = "lines " + std::to_string(mutual.firstId) + " and " + std::to_string(mutual.secondId);
+    if (result.first == result.second) fail(row, "mutual impedance of a line with itself: " + name);
+    result.opposite = mutual.sense < 0;
+    result.z0 = impedance(row, mutual.r0, mutual.x0, name + " (mutual)") * (result.opposite ? -1.0 : 1.0);
+    result.firstFrom = mutual.firstFrom;
+    result.firstTo = mutual.firstTo;
+    result.secondFrom = mutual.secondFrom;
+    result.secondTo = mutual.secondTo;
+    if (!(result.firstFrom < result.firstTo && result.secondFrom < result.secondTo)) {
+        fail(row, "coupled stretch without length: " + name);
+    }
+    network_.mutuals.push_back(result);
+}
+
+}  // namespace
+
+BusIndex Network::bus(BusNo no) const {
+    const auto it = busByNo.find(no.value);
+    return it == busByNo.end() ? BusIndex{} : BusIndex{it->second};
+}
+
+BranchIndex Network::branch(int idNo, BusNo i, BusNo j) const {
+    const BusIndex first = bus(i), second = bus(j);
+    const auto [begin, end] = branchById.equal_range(idNo);
+    for (auto it = begin; it != end; ++it) {
+        const Branch& b = branches[static_cast<std::size_t>(it->second)];
+        if ((b.from == first && b.to == second) || (b.from == second && b.to == first)) return {it->second};
+    }
+    return {};
+}
+
+int Network::source(const std::string& name) const {
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+        if (sources[i].name == name) return static_cast<int>(i);
+    }
+    return -1;
+}
+
+Network buildNetwork(const exchange::NetworkData& data) {
+    Builder builder(data.loadFlow);
+    const auto addAll = [&](const char* file, const auto& elements) {
+        int line = 0;
+        for (const auto& element : elements) builder.add({file, ++line}, element);
+    };
+    addAll("LF.L1", data.buses);
+    addAll("LF.L2", data.lines);
+    addAll("LF.L3", data.transformers);
+    addAll("ST.S1", data.generators);
+    addAll("LF.L4", data.shunts);
+    addAll("ST.S6", data.mutuals);
+    return builder.take();
+}
+
+}  // namespace engines
