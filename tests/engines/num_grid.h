@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,12 @@ using engines::FaultKind;
 using engines::ModeNetwork;
 using engines::Network;
 using engines::Sequence;
+
+/// Where the public networks lie; the environment may name another place than the one beside the checkout.
+inline std::filesystem::path sharedNetworks() {
+    const char* place = std::getenv("MORVANE_SHARED_NETWORKS");
+    return place ? place : MORVANE_SHARED_NETWORKS;
+}
 
 inline constexpr double kOpen = 99999.9999;
 

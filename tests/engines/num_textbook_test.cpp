@@ -1,4 +1,3 @@
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -55,7 +54,7 @@ FaultKind kindOf(const std::string& type) {
 
 /// Every row of a printed table: bus, kind, impedance, three phase currents, 3I0, both driving-point impedances.
 void expectTable(const Network& network, const std::string& file, double prefault) {
-    const auto path = std::filesystem::path(MORVANE_SHARED_NETWORKS) / "textbook_networks" / file;
+    const auto path = sharedNetworks() / "textbook_networks" / file;
     std::ifstream in(path);
     if (!in) GTEST_SKIP() << "not here: " << path;
     const ModeNetwork mode(network, {});
