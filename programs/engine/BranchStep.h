@@ -26,4 +26,5 @@ void FreeBranchSteps(BranchStep* list);
 
 /// The same walk as a list of values, newest step first, for callers that need no chain.
 using BranchWalk = std::vector<exchange::WalkStep>;
+BranchWalk valuesOf(const BranchStep* list);
 BranchWalk walkFrom(int node, int idNo, int goOn, int level);

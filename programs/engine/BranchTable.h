@@ -35,7 +35,7 @@ class BranchTable {
 
   private:
     std::vector<BranchRow> rows_;
-    QMultiHash<QString, int> byName_;
+    QHash<QString, int> byName_;  ///< first row of each place
     QHash<QString, int> nodes_;
     exchange::BranchGraph graph_;
 };

@@ -14,6 +14,9 @@ class CKlmCalFlow : public CCaseCalFlow {
     RowCursor rowCursor;  ///< positioned by prepareRun()
 
   private:
+    void expandRules();
+    void writeRelays();
+
     QString exeDir_;
     int rTypeNo_;
 };

@@ -8,7 +8,6 @@
 #include "programs/engine/RuleData.h"
 
 class MainBranchRows;
-class RuleFaultRows;
 
 /// Writes what the programs are told for one engine run (relays, faults) and reads back what they leave.
 class CRelayFaultCal {
@@ -54,18 +53,11 @@ class CRelayFaultCal {
     void forgetMainBranches();
 
   private:
-    struct OwnPlace;
     const RuleData& rules();
     MainBranchRows& mainBranches(int caseNo);
-    [[nodiscard]] OwnPlace placeOf(const SettingRow& row) const;
-    [[nodiscard]] int modeCaseNo() const { return klmCaseNo_ != -1 ? klmCaseNo_ : caseNo_; }
-
-    bool addUserFaults(const SettingRow& row, RuleFaultRows& faults, QHash<int, int>& firstFlag);
-    void expandTemplate(int mode, int patNo, const SettingRow& row, RuleFaultRows& faults);
-    void addOutages(int mode, const SettingRow& row, RuleFaultRows& faults);
     void setUpMainBranches(const SettingRow& row);
-    void expandMainBranch(int idNo, int iNo, int jNo, int side, int patNo, int caseNo, bool exists, int fzNo);
     bool writeMainBranches();
+    [[nodiscard]] int modeCaseNo() const { return klmCaseNo_ != -1 ? klmCaseNo_ : caseNo_; }
 
     int rTypeNo_;
     QString typeCode_;

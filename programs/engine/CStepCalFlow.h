@@ -28,8 +28,8 @@ class CStepCalFlow : public CCaseCalFlow {
     bool hasRow = true;   ///< what the last move of the cursor gave
 
   private:
-    bool enterRule(int ruleNo);
-    void expandRun();
+    int prTypeOf(int ruleNo);
+    void passRule();
     void carryCoefficients(bool wanted);
 
     QString exeDir_;

@@ -42,7 +42,6 @@ class EngineProcess : public QObject {
 
   private:
     void showLines(bool rest);
-    void end(Outcome outcome);
     void onFinished(int status, QProcess::ExitStatus how);
 
     QString program_;

@@ -1,0 +1,68 @@
+#include "programs/engine/CAutoCalFlow.h"
+
+#include <QMap>
+#include <algorithm>
+
+#include "platform/sql/Sql.h"
+#include "programs/frame/SettingConversion.h"
+
+namespace {
+
+struct Ratios {
+    double ctPri = 1, ctSec = 1, ptPri = 1, ptSec = 1;
+};
+
+Ratios ratiosOf(int rno) {
+    sql::Query q;
+    q.exec("SELECT CTPri,CTSec,PTPri,PTSec FROM RLY_RUD WHERE RNo=?", {rno});
+    return q.next() ? Ratios{q.real(0), q.real(1), q.real(2), q.real(3)} : Ratios();
+}
+
+QMap<QString, std::vector<double>> resultsOf(int rno, int pno, int caseNo) {
+    QMap<QString, std::vector<double>> results;
+    sql::Query q;
+    q.exec("SELECT Cdz,Rdz FROM RLY_RDZTEM WHERE RNo=? AND PNo=? AND Case_No=?", {rno, pno, caseNo});
+    while (q.next()) results[q.text(0)].push_back(q.real(1));
+    return results;
+}
+
+bool keepsSmallest(const QString& cdz) {
+    static const QStringList kNames{"Udz", "Zdz", "Udz1", "Udz2", "Udz3"};
+    return kNames.contains(cdz);
+}
+
+/// 0 is no result; it is the answer only where nothing else stands.
+double decided(const QString& cdz, const std::vector<double>& results) {
+    if (!keepsSmallest(cdz)) return *std::max_element(results.begin(), results.end());
+    double smallest = 0;
+    for (double value : results)
+        if (value != 0 && (smallest == 0 || value < smallest)) smallest = value;
+    return smallest;
+}
+
+QString sixDigits(double value) { return QString::number(value, 'g', 6); }
+
+}  // namespace
+
+CAutoCalFlow::CAutoCalFlow(int rTypeNo, const QString& typeCode, const QString& workDir, int caseNo,
+                           const QString& exeDir)
+    : CStepCalFlow(rTypeNo, typeCode, workDir, caseNo, exeDir), rTypeNo_(rTypeNo) {}
+
+bool CAutoCalFlow::StoreCurrentSettings(int rno, int pno) {
+    const RelayType* type = relayInput().rules().type(rTypeNo_);
+    if (!type || pno < 1 || pno > 5) return true;
+    const Ratios ratios = ratiosOf(rno);
+    const QString columns = QString("NDz%1").arg(pno);
+    const auto results = resultsOf(rno, pno, caseNo());
+    sql::Transaction whole;
+    for (auto it = results.constBegin(); it != results.constEnd(); ++it) {
+        const RelayType::Setting* setting = type->setting(it.key());
+        if (!setting) continue;
+        const double value = decided(it.key(), it.value());
+        const double factor = conversionFactor(setting->vType, ratios.ctPri, ratios.ctSec, ratios.ptPri, ratios.ptSec);
+        if (!sql::Query().exec("UPDATE RLY_RLYOBJ_TEM SET " + columns + "1=?," + columns + "2=? WHERE RNo=? AND CDz=?",
+                               {sixDigits(value), sixDigits(value * factor), rno, it.key()}))
+            return false;
+    }
+    return whole.commit();
+}

@@ -1,0 +1,135 @@
+#include <map>
+#include <tuple>
+
+#include "exchange/FileNames.h"
+#include "exchange/ResultFiles.h"
+#include "platform/sql/Sql.h"
+#include "programs/engine/BulkUpdate.h"
+#include "programs/engine/CRelayFaultCal.h"
+#include "programs/engine/WorkFiles.h"
+#include "programs/frame/Messages.h"
+
+namespace {
+
+constexpr std::size_t kRulesPerQuery = 200;
+
+/// Takes values over into columns and tells once per file when one does not fit.
+class Values {
+  public:
+    explicit Values(const char* file) : file_(file) {}
+    ~Values() {
+        if (refused_) ReportError(QString(file_) + "中有不能采用的数值，按0处理", 1);
+    }
+    Values(const Values&) = delete;
+    Values& operator=(const Values&) = delete;
+    double take(double value) { return storable(value, refused_); }
+
+  private:
+    const char* file_;
+    bool refused_ = false;
+};
+
+using RowKey = std::tuple<int, int, int, QString>;  // RNo, PNo, RuleNo, Cdz
+
+/// New values of setting rows by their keys, the last line for a row winning.
+std::map<RowKey, double> settingValues(const std::vector<exchange::SettingResult>& results, const RuleData& rules) {
+    Values values(exchange::file::kSettingResults);
+    std::map<RowKey, double> settings;
+    for (const exchange::SettingResult& r : results) {
+        const SettingRule* rule = r.ruleNo == 0 ? nullptr : rules.rule(r.ruleNo);
+        if (!rule) continue;
+        for (qsizetype k = 0; k < rule->outputs.size(); ++k) {
+            const double value = static_cast<std::size_t>(k) < r.values.size() ? values.take(r.values[k]) : 0.0;
+            settings[{r.rno, r.pno, r.ruleNo, rule->outputs[k]}] = value;
+        }
+    }
+    return settings;
+}
+
+std::vector<std::tuple<int, int, int>> rulesOf(const std::map<RowKey, double>& settings) {
+    std::vector<std::tuple<int, int, int>> rules;
+    for (const auto& [key, value] : settings) {
+        const std::tuple rule(std::get<0>(key), std::get<1>(key), std::get<2>(key));
+        if (rules.empty() || rules.back() != rule) rules.push_back(rule);
+    }
+    return rules;
+}
+
+/// The rows of the table that the values belong to, as (`ID`, `Rdz`).
+QVector<QVariantList> rowsFor(const std::map<RowKey, double>& settings, int caseNo) {
+    QVector<QVariantList> rows;
+    const auto rules = rulesOf(settings);
+    for (std::size_t from = 0; from < rules.size(); from += kRulesPerQuery) {
+        const std::size_t count = std::min(kRulesPerQuery, rules.size() - from);
+        QVariantList values{caseNo};
+        for (std::size_t k = from; k < from + count; ++k)
+            values << std::get<0>(rules[k]) << std::get<1>(rules[k]) << std::get<2>(rules[k]);
+        sql::Query q;
+        q.exec("SELECT ID,RNo,PNo,RuleNo,Cdz FROM RLY_RDZTEM WHERE Case_No=? AND (" +
+                   QStringList(static_cast<qsizetype>(count), "(RNo=? AND PNo=? AND RuleNo=?)").join(" OR ") + ")",
+               values);
+        while (q.next()) {
+            const auto it = settings.find({q.number(1), q.number(2), q.number(3), q.text(4)});
+            if (it != settings.end()) rows.push_back({q.number(0), it->second});
+        }
+    }
+    return rows;
+}
+
+}  // namespace
+
+bool CRelayFaultCal::ReadSettingResults() {
+    const auto text = work::read(workDir_, exchange::file::kSettingResults);
+    if (!text) return false;
+    const auto settings = settingValues(exchange::parseSettingResults(*text), rules());
+    return updateByKey("RLY_RDZTEM", {"ID", "Rdz"}, rowsFor(settings, caseNo_));
+}
+
+bool CRelayFaultCal::ReadFaultResults() {
+    const auto text = work::read(workDir_, exchange::file::kFaultResults);
+    if (!text) return false;
+    QVector<QVariantList> rows;
+    for (const exchange::FaultResult& r : exchange::parseFaultResults(*text))
+        rows.push_back({r.nCal, r.rno, r.pno, r.ruleNo, r.rmNo, r.nSela, r.nSelb, r.nSelc, r.nSys, caseNo_});
+    return sql::insertRows({}, "RLY_FAULTINF",
+                           {"NCal", "RNo", "PNo", "RuleNo", "RMNo", "NSela", "NSelb", "NSelc", "NSys", "Case_No"},
+                           rows);
+}
+
+bool CRelayFaultCal::ReadBranchCoefResults() {
+    const auto text = work::read(workDir_, exchange::file::kCoefficients);
+    if (!text) return false;
+    Values values(exchange::file::kCoefficients);
+    QVector<QVariantList> rows;
+    for (const exchange::CoefficientResult& r : exchange::parseCoefficients(*text)) {
+        if (r.fzNo == 0) continue;
+        rows.push_back({r.fzNo, r.mINo, r.mJNo, r.mIdNo, r.mSide, r.bINo, r.bJNo, r.bIdNo, r.nlRNo, values.take(r.fz1),
+                        r.nSel1a, r.nSel1b, r.nSys1, values.take(r.fz0), r.nSel0a, r.nSel0b, r.nSys0, caseNo_});
+    }
+    return sql::insertRows({}, "RLY_KFINF",
+                           {"FzNo", "MINo", "MJNo", "MIDNo", "MSide", "BINo", "BJNo", "BIDNo", "NLRNo", "Fz1", "NSel1a",
+                            "NSel1b", "NSys1", "Fz0", "NSel0a", "NSel0b", "NSys0", "Case_No"},
+                           rows);
+}
+
+bool CRelayFaultCal::ReadPhaseResults() {
+    const auto text = work::read(workDir_, exchange::file::kPhaseResults);
+    if (!text) return false;
+    QVector<QVariantList> rows;
+    for (const exchange::PhaseResult& r : exchange::parsePhaseResults(*text))
+        rows.push_back({r.nCal, r.rno, r.pno, caseNo_});
+    return sql::insertRows({}, "RLY_RRNPH", {"NCal", "RNo", "PNo", "Case_No"}, rows);
+}
+
+bool CRelayFaultCal::ReadVariableResults() {
+    const auto text = work::read(workDir_, exchange::file::kVariableResults);
+    if (!text) return false;
+    Values values(exchange::file::kVariableResults);
+    QVector<QVariantList> rows;
+    for (const exchange::VariableResult& r : exchange::parseVariableResults(*text)) {
+        int varNo = 0;
+        for (double value : r.values)
+            rows.push_back({r.nCal, r.rno, r.pno, r.ruleNo, values.take(value), ++varNo, caseNo_});
+    }
+    return sql::insertRows({}, "RLY_RRVIN", {"NCal", "RNo", "PNo", "RuleNo", "V", "VarNo", "Case_No"}, rows);
+}

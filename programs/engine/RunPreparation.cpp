@@ -1,0 +1,46 @@
+#include "programs/engine/RunPreparation.h"
+
+#include "platform/sql/Sql.h"
+#include "programs/frame/Messages.h"
+
+namespace {
+
+constexpr const char* kWorkingTables[] = {"RLY_CRUDRM", "RLY_CFZXS", "RLY_CFZXSRM", "RLY_FAULTINF",
+                                          "RLY_KFINF",  "RLY_RRVIN", "RLY_RRNPH"};
+
+bool hasRelays() {
+    if (sql::scalar({}, "SELECT COUNT(*) FROM RLY_RLYOBJ_TEM", {}, 0).toInt() > 0) return true;
+    ReportError("作业中没有选择保护，不能进行计算", 0);
+    return false;
+}
+
+bool clearWorkingRows(int caseNo) {
+    sql::Transaction whole;
+    for (const char* table : kWorkingTables)
+        if (!sql::Query().exec(QString("DELETE FROM ") + table + " WHERE Case_No=?", {caseNo})) return false;
+    return whole.commit();
+}
+
+bool prepare(CCaseCalFlow& flow, RowCursor& cursor, int mode) {
+    if (!hasRelays() || !clearWorkingRows(flow.caseNo())) return false;
+    flow.reloadRules();
+    flow.relayFault().CopyUserMainBranches();
+    if (!flow.relayInput().PrepareCalculation(mode)) return false;
+    cursor = RowCursor::ofCase(flow.caseNo());
+    if (cursor.first()) return true;
+    ReportError("没有需要计算的定值，请检查整定的段和整定规则", 0);
+    return false;
+}
+
+}  // namespace
+
+bool prepareRun(int run, CStepCalFlow& flow) {
+    flow.hasRow = prepare(flow, flow.rowCursor, run == 2 ? 3 : 1);
+    return flow.hasRow;
+}
+
+bool prepareSensitivityRun(int realCaseNo, CKlmCalFlow& flow) {
+    flow.relayInput().setKlmCaseNo(realCaseNo);
+    flow.relayFault().setKlmCaseNo(realCaseNo);
+    return prepare(flow, flow.rowCursor, 2);
+}

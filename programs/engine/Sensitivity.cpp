@@ -1,0 +1,74 @@
+#include "programs/engine/Sensitivity.h"
+
+#include <cmath>
+
+#include "platform/sql/Sql.h"
+#include "programs/engine/BulkUpdate.h"
+#include "programs/engine/CRelayInputCal.h"
+#include "programs/frame/Messages.h"
+
+namespace {
+
+constexpr double kNone = -1.0;
+constexpr int kSensitivityCase = 0;
+
+int klmFlagOf(const RuleData& rules, int rTypeNo, int pno, const QString& cdz) {
+    for (const SensitivityCheck& check : rules.sensitivityChecks(rTypeNo))
+        if (check.pno == pno && check.cdz == cdz) return check.klmFlg;
+    return 0;
+}
+
+void tellUnusable() {
+    const int count =
+        sql::scalar({}, "SELECT COUNT(*) FROM RLY_RDZTEM WHERE Case_No=? AND NOT RDz>0", {kSensitivityCase}, 0).toInt();
+    if (count > 0) ReportError("参量类型错误或数值小于等于零（" + QString::number(count) + "项）", 1);
+}
+
+}  // namespace
+
+double sensitivityOf(double parameter1, double parameter2, int flg, int klmFlg, double setting) {
+    const double parameter = flg == 11 || flg == 12 ? parameter1 : parameter2;
+    if (klmFlg == 2) {
+        if (parameter != 0) return setting / parameter;
+        ReportError("参量值不能为0，请重新计算灵敏度校验用参量值，灵敏度＝定值/参量值", 1);
+    } else if (klmFlg == 1) {
+        if (setting != 0) return parameter / setting;
+        ReportError("定值不能为0，请重新计算定值，灵敏度＝参量值/定值", 1);
+    }
+    return kNone;
+}
+
+double CalSensitivity(int rTypeNo, int rno, int pno, const QString& cdz, double value) {
+    sql::Query q;
+    q.exec("SELECT RFault1,RFault2,Flg FROM RLY_RKLMTEM_TEM WHERE RNo=? AND PNo=? AND CDz=?", {rno, pno, cdz});
+    if (!q.next()) return kNone;
+    sql::Query k("RLYRULE");
+    k.exec("SELECT KlmFlg FROM USEFKLM WHERE RTypeNo=? AND PNo=? AND CDz=?", {rTypeNo, pno, cdz});
+    return sensitivityOf(q.real(0), q.real(1), q.number(2), k.next() ? k.number(0) : 0, value);
+}
+
+bool updateSensitivities(int rTypeNo, const RuleData& rules) {
+    QVector<QVariantList> rows;
+    sql::Query q;
+    q.exec(
+        "SELECT k.ID,k.PNo,k.Cdz,k.RFault1,k.RFault2,k.Flg,o.NDz11,o.NDz21,o.NDz31,o.NDz41,o.NDz51 "
+        "FROM RLY_RKLMTEM_TEM k JOIN RLY_RLYOBJ_TEM o ON o.RNo=k.RNo AND o.Cdz=k.Cdz ORDER BY k.ID");
+    while (q.next()) {
+        const int pno = q.number(1);
+        if (pno < 1 || pno > 5) continue;
+        const double s = sensitivityOf(q.real(3), q.real(4), q.number(5), klmFlagOf(rules, rTypeNo, pno, q.text(2)),
+                                       q.real(5 + pno));
+        if (s >= 0) rows.push_back({q.number(0), QString::number(s, 'g', 6)});
+    }
+    return updateByKey("RLY_RKLMTEM_TEM", {"ID", "Valsense"}, rows);
+}
+
+bool storeSensitivityParameters(CRelayInputCal& relayInput) {
+    if (!sql::Query().exec(
+            "UPDATE RLY_FKLM f JOIN RLY_RDZTEM t ON f.ID_Name=t.ID_Name AND f.I_Name=t.I_Name AND f.J_Name=t.J_Name "
+            "AND f.Side=t.Side AND f.RuleNo=t.RuleNo SET f.RFault=t.RDz WHERE t.Case_No=?",
+            {kSensitivityCase}))
+        return false;
+    tellUnusable();
+    return relayInput.BuildSensitivityRows();
+}
