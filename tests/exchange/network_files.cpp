@@ -8,6 +8,7 @@
 
 #include "exchange/FileNames.h"
 #include "exchange/TextFile.h"
+#include "tests/TemporaryDirectory.h"
 #include "tests/exchange/FormatFailure.h"
 
 namespace exchange {
@@ -15,17 +16,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class NetworkFilesTest : public ::testing::Test {
+class NetworkFilesTest : public TemporaryDirectory {
   protected:
-    fs::path directory;
-    void SetUp() override {
-        directory = fs::temp_directory_path() /
-                    (std::string("network_") + ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(directory);
-        fs::create_directories(directory);
-    }
-    void TearDown() override { fs::remove_all(directory); }
-
     [[nodiscard]] std::string messageOfReading() const {
         return failureOf([&] { return readNetwork(directory); });
     }

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "tests/TemporaryDirectory.h"
 #include "tests/exchange/FormatFailure.h"
 
 namespace exchange {
@@ -11,14 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class FileTest : public ::testing::Test {
-  protected:
-    fs::path directory =
-        fs::temp_directory_path() / ("exchange_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
-                                     "_" + std::to_string(reinterpret_cast<std::uintptr_t>(this)));
-    void SetUp() override { fs::create_directories(directory); }
-    void TearDown() override { fs::remove_all(directory); }
-};
+class FileTest : public TemporaryDirectory {};
 
 TEST(Number, HasSixSignificantDigitsAndNoTrailingZeros) {
     EXPECT_EQ(number(0.8), "0.8");

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include "exchange/TextFile.h"
+
+/// How one of the executables ended.
+struct EngineRun {
+    int status = -1;
+    std::string error;  ///< what it wrote to standard error
+};
+
+/// Runs an executable in a directory, as the module does: no argument, the directory as current directory.
+inline EngineRun runEngine(const std::string& program, const std::filesystem::path& directory) {
+    const auto errors = directory.string() + ".stderr";
+    const std::string command =
+        "cd '" + directory.string() + "' && '" + MORVANE_BIN_DIR + "/" + program + "' 2>'" + errors + "'";
+    const int result = std::system(command.c_str());
+    EngineRun run{WIFEXITED(result) ? WEXITSTATUS(result) : -1, exchange::readAll(errors)};
+    std::filesystem::remove(errors);
+    return run;
+}
