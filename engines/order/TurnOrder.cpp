@@ -10,7 +10,7 @@ namespace engines {
 
 namespace {
 
-constexpr std::size_t kMoves = 4'000'000;      // of all searches together
+constexpr std::size_t kMoves = 4'000'000;       // of all searches together
 constexpr std::size_t kMovesPerRelay = 10'000;  // more does not help a small loop
 
 std::size_t at(int place) { return static_cast<std::size_t>(place); }

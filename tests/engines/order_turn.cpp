@@ -11,6 +11,7 @@
 #include <sstream>
 
 #include "engines/order/TurnOrder.h"
+#include "tests/engines/num_grid.h"
 
 namespace engines {
 namespace {
@@ -141,7 +142,7 @@ TEST(TurnOrderTest, ARingOfLinesNeedsOneBreakForEachWayRound) {
 
 /// The end buses of the rows of a MATPOWER branch matrix; empty when the file is absent.
 std::vector<std::pair<int, int>> matpowerBranches(const std::string& name) {
-    std::ifstream in(std::string(MORVANE_SHARED_NETWORKS) + "/matpower/" + name + ".m");
+    std::ifstream in(num::sharedNetworks() / "matpower" / (name + ".m"));
     std::vector<std::pair<int, int>> branches;
     bool inside = false;
     for (std::string line; std::getline(in, line);) {
