@@ -1,0 +1,125 @@
+#include <QSet>
+
+#include "platform/sql/Sql.h"
+#include "programs/frame/Messages.h"
+#include "programs/frame/TableNames.h"
+#include "programs/workflow/CaseSettings.h"
+#include "programs/workflow/CaseStore.h"
+
+// The relays of a case: their rules, their outage elements, and the modes of their sensitivity parameters.
+
+namespace {
+
+struct PartRule {
+    int part, rule, group;  ///< group of parameters, 0 for a rule without
+};
+
+QVector<PartRule> partRules(int rTypeNo) {
+    QVector<PartRule> rules;
+    sql::Query query(kRuleConnection);
+    query.exec("SELECT r.RPartNo,r.RuleNo,(SELECT COUNT(*) FROM PARAINF p WHERE p.RuleNo=r.RuleNo) FROM RTYPERULE r"
+               " WHERE r.RTypeNo=? ORDER BY r.RPartNo,r.RuleNo",
+               {rTypeNo});
+    while (query.next()) rules.append({query.number(0), query.number(1), query.number(2) > 0 ? 1 : 0});
+    return rules;
+}
+
+bool insertRules(int caseNo, int rTypeNo, const QVector<int>& relays) {
+    static const QStringList columns = {"Case_No", "TurnNo", "RNo", "PNo", "PValid", "RuleNo", "RValid", "ParNo"};
+    const auto rules = partRules(rTypeNo);
+    int turn = sql::scalar({}, "SELECT MAX(TurnNo) FROM RLY_CASEINF WHERE Case_No=?", {caseNo}).toInt();
+    QVector<QVariantList> rows;
+    for (const int relay : relays) {
+        ++turn;
+        for (const PartRule& rule : rules)
+            rows.append({caseNo, turn, relay, rule.part, 1, rule.rule, 1, rule.group});
+    }
+    sql::Transaction transaction;
+    return sql::insertRows({}, "RLY_CASEINF", columns, rows) && transaction.commit();
+}
+
+/// The ends of an element that may be taken out of service.
+bool elementEnds(const QString& element, QVariantList* ends) {
+    sql::Query query;
+    query.exec("SELECT ID_Name,I_Name,J_Name FROM CDB_ACLINEBAK WHERE ID_Name=?"
+               " UNION ALL SELECT ID_Name,I_Name,J_Name FROM CDB_TRANS_2WBAK WHERE ID_Name=?"
+               " UNION ALL SELECT ID_Name,Name_N,Name_1 FROM CDB_TRANS_3WBAK WHERE ID_Name=?",
+               {element, element, element});
+    if (!query.next()) {
+        ReportError("检修元件" + element + "不存在", 0);
+        return false;
+    }
+    *ends = {query.text(0), query.text(1), query.text(2)};
+    return true;
+}
+
+}  // namespace
+
+bool CaseStore::addRelays(CaseForm& form, const QVector<int>& relays) {
+    if (!current()) return false;
+    QSet<int> shown;
+    for (const CaseSettingRow& row : form.rows) shown.insert(row.RNo);
+    QVector<int> added;
+    for (const int relay : relays)
+        if (!shown.contains(relay) && !added.contains(relay)) added.append(relay);
+    if (added.isEmpty()) return true;
+    if (!insertRules(current()->Case_No, current()->RTypeNo, added)) return false;
+    form.rows += CaseSettings::newRows(added, current()->RTypeNo, form.primary);
+    addedRelays_ += added;
+    return true;
+}
+
+bool CaseStore::recoverAll() {
+    sql::Transaction transaction;
+    sql::Query query;
+    for (const int relay : addedRelays_)
+        for (const char* table : {"RLY_CASEINF", "RLY_CELECHK"})
+            if (!query.exec(QString("DELETE FROM ") + table + " WHERE RNo=? AND Case_No=?",
+                            {relay, current()->Case_No}))
+                return false;
+    deletedRelays_.clear();
+    addedRelays_.clear();
+    return transaction.commit();
+}
+
+bool CaseStore::dropMissingRelays() {
+    if (!current()) return true;
+    sql::Transaction transaction;
+    sql::Query query;
+    for (const char* table : {"RLY_CASERDZ", "RLY_CELECHK", "RLY_CASEINF"})
+        if (!query.exec(QString("DELETE c FROM ") + table +
+                            " c LEFT JOIN RLY_RUD u ON u.RNo=c.RNo AND u.RTypeNo=? WHERE c.Case_No=? AND u.RNo IS NULL",
+                        {current()->RTypeNo, current()->Case_No}))
+            return false;
+    missingRelay_ = false;
+    return transaction.commit();
+}
+
+bool CaseStore::setSensitivityModes(const QList<int>& modes) {
+    if (!current()) return false;
+    sql::Transaction transaction;
+    sql::Query query;
+    bool ok = query.exec("DELETE FROM RLY_KLMFSYS WHERE Case_No=?", {current()->Case_No});
+    for (const int mode : modes)
+        ok = ok && query.exec("INSERT INTO RLY_KLMFSYS (Case_No,SysNo,SysName) SELECT DISTINCT ?,SysNo,SysName"
+                              " FROM RLY_RSYSMODEDLS WHERE SysNo=?",
+                              {current()->Case_No, mode});
+    return ok && transaction.commit();
+}
+
+bool CaseStore::setOutages(const QVector<int>& relays, const QStringList& elements) {
+    static const QStringList columns = {"Case_No", "RNo", "ID_Name", "I_Name", "J_Name"};
+    if (!current()) return false;
+    QVector<QVariantList> rows;
+    for (const QString& element : elements) {
+        QVariantList ends;
+        if (!elementEnds(element, &ends)) return false;
+        for (const int relay : relays) rows.append(QVariantList{current()->Case_No, relay} + ends);
+    }
+    sql::Transaction transaction;
+    sql::Query query;
+    for (const int relay : relays)
+        if (!query.exec("DELETE FROM RLY_CELECHK WHERE Case_No=? AND RNo=?", {current()->Case_No, relay}))
+            return false;
+    return sql::insertRows({}, "RLY_CELECHK", columns, rows) && transaction.commit();
+}

@@ -1,0 +1,208 @@
+#include "programs/workflow/CaseSettings.h"
+
+#include "platform/sql/Sql.h"
+#include "programs/frame/LocationLabel.h"
+#include "programs/frame/Messages.h"
+#include "programs/frame/RelayTypes.h"
+#include "programs/frame/SettingConversion.h"
+
+namespace {
+
+const QStringList& identityColumns() {
+    static const QStringList columns = {"TurnNo", "RNo", "RTypeCode", "ID_Name", "I_Name", "J_Name",
+                                        "Side",   "NPart", "DzNo",    "Cdz"};
+    return columns;
+}
+
+QStringList orZero(const QStringList& columns) {
+    QStringList texts;
+    for (const QString& column : columns) texts.append("COALESCE(" + column + ",0)");
+    return texts;
+}
+
+bool loadSetting(int caseNo, const RelayType& type, const SettingKind& setting) {
+    const QStringList old = orZero(stageColumns("z.NRdz"));
+    const QStringList now = orZero(stageColumns("c.Rdz"));
+    sql::Query query;
+    return query.exec(
+        "INSERT INTO RLY_RLYOBJ_TEM (" +
+            (identityColumns() + stageColumns("ODz") + stageColumns("NDz") + QStringList("VType")).join(',') +
+            ") SELECT t.TurnNo,u.RNo,u.RTypeCode,u.ID_Name,u.I_Name,u.J_Name,u.Side,?,COALESCE(z.DzNo,?),?," +
+            (old + now).join(',') +
+            ",? FROM (SELECT RNo,MIN(TurnNo) AS TurnNo FROM RLY_CASEINF WHERE Case_No=? GROUP BY RNo) t"
+            " JOIN RLY_RUD u ON u.RNo=t.RNo AND u.RTypeNo=?"
+            " LEFT JOIN RLY_RDZ z ON z.RNo=u.RNo AND z.Cdz=?"
+            " LEFT JOIN RLY_CASERDZ c ON c.RNo=u.RNo AND c.Cdz=? AND c.Case_No=?",
+        {type.NPart, setting.DzNo, setting.Cdz, setting.VType, caseNo, type.RTypeNo, setting.Cdz, setting.Cdz,
+         caseNo});
+}
+
+/// A relay as the conversions and the working table need it.
+struct RelayData {
+    QString RTypeCode;
+    Location at;
+    double ctPri = 1, ctSec = 1, ptPri = 1, ptSec = 1;
+};
+
+QString numberList(const QVector<int>& numbers) {
+    QStringList texts = {"-1"};
+    for (const int number : numbers) texts.append(QString::number(number));
+    return texts.join(',');
+}
+
+QHash<int, RelayData> relayData(const QVector<int>& relays) {
+    QHash<int, RelayData> data;
+    sql::Query query;
+    query.exec("SELECT RNo,RTypeCode,ID_Name,I_Name,J_Name,Side,CTPri,CTSec,PTPri,PTSec FROM RLY_RUD WHERE RNo IN (" +
+               numberList(relays) + ")");
+    while (query.next())
+        data[query.number(0)] = {query.text(1),
+                                 {query.text(2), query.text(3), query.text(4), query.number(5)},
+                                 query.real(6),
+                                 query.real(7),
+                                 query.real(8),
+                                 query.real(9)};
+    return data;
+}
+
+QVector<int> relaysOf(const QVector<CaseSettingRow>& rows) {
+    QVector<int> relays;
+    for (const CaseSettingRow& row : rows)
+        if (relays.isEmpty() || relays.back() != row.RNo) relays.append(row.RNo);
+    return relays;
+}
+
+/// Ten values, five primary and five secondary, out of the texts of the parts that the type has.
+QVariantList bothMeasures(const std::array<QString, kStages>& texts, int parts, bool primary, double k) {
+    QVariantList first, second;
+    for (int part = 0; part < kStages; ++part) {
+        const double shown = part < parts ? texts[size_t(part)].toDouble() : 0;
+        const double inPrimary = primary || k == 0 ? shown : shown / k;
+        first.append(inPrimary);
+        second.append(primary ? k * shown : shown);
+    }
+    return first + second;
+}
+
+/// Walks the rows of a form with what belongs to each.
+struct FormWalk {
+    const CaseForm& form;
+    RelayType type;
+    QHash<int, RelayData> relays;
+    int rNo = -1, turnNo = 0, dzNo = 0;
+
+    FormWalk(int rTypeNo, const CaseForm& walked)
+        : form(walked), type(readRelayTypes().value(rTypeNo)), relays(relayData(relaysOf(walked.rows))) {}
+
+    /// Factor of the row's setting; counts relays and their settings on the way.
+    double enter(const CaseSettingRow& row) {
+        if (row.RNo != rNo) {
+            rNo = row.RNo;
+            ++turnNo;
+            dzNo = 0;
+        }
+        ++dzNo;
+        const RelayData relay = relays.value(rNo);
+        return conversionFactor(vType(row), relay.ctPri, relay.ctSec, relay.ptPri, relay.ptSec);
+    }
+    [[nodiscard]] int vType(const CaseSettingRow& row) const {
+        const SettingKind* setting = type.setting(row.Cdz);
+        return setting ? setting->VType : 0;
+    }
+};
+
+}  // namespace
+
+bool CaseSettings::load(int caseNo, int rTypeNo, bool* missing) {
+    const RelayType type = readRelayTypes().value(rTypeNo);
+    sql::Transaction transaction;
+    sql::Query query;
+    if (!query.exec("DELETE FROM RLY_RLYOBJ_TEM")) return false;
+    for (const SettingKind& setting : type.settings)
+        if (setting.Cdz != kLineLength && !loadSetting(caseNo, type, setting)) return false;
+    const int gone = sql::scalar({},
+                                 "SELECT COUNT(*) FROM RLY_CASEINF c LEFT JOIN RLY_RUD u ON u.RNo=c.RNo AND"
+                                 " u.RTypeNo=? WHERE c.Case_No=? AND u.RNo IS NULL",
+                                 {rTypeNo, caseNo})
+                         .toInt();
+    if (gone > 0) ReportError("作业中涉及的某些保护不存在，请检查数据", 1);
+    if (missing) *missing = gone > 0;
+    return transaction.commit();
+}
+
+QVector<CaseSettingRow> CaseSettings::rows(int rTypeNo, bool primary) {
+    const RelayType type = readRelayTypes().value(rTypeNo);
+    const int from = primary ? 0 : kStages;
+    const QStringList columns = stageColumns("NDz").mid(from, kStages) + stageColumns("ODz").mid(from, kStages);
+    QVector<CaseSettingRow> rows;
+    sql::Query query;
+    query.exec("SELECT RNo,Cdz,ID_Name,I_Name,J_Name,Side," + columns.join(',') +
+               " FROM RLY_RLYOBJ_TEM ORDER BY TurnNo ASC,RNo ASC,DzNo ASC");
+    while (query.next()) {
+        CaseSettingRow row;
+        row.RNo = query.number(0);
+        row.Cdz = query.text(1);
+        row.label = locationLabel(type.RType, query.text(2), query.text(3), query.text(4), query.number(5));
+        const SettingKind* setting = type.setting(row.Cdz);
+        row.DspCdz = setting ? setting->DspCdz : row.Cdz;
+        for (int part = 0; part < kStages; ++part) {
+            row.newValue[size_t(part)] = query.raw(6 + part);
+            row.oldValue[size_t(part)] = query.raw(6 + kStages + part);
+        }
+        rows.append(row);
+    }
+    return rows;
+}
+
+QVector<CaseSettingRow> CaseSettings::newRows(const QVector<int>& relays, int rTypeNo, bool primary) {
+    const RelayType type = readRelayTypes().value(rTypeNo);
+    const QStringList columns = stageColumns("z.NRdz").mid(primary ? 0 : kStages, kStages);
+    QVector<CaseSettingRow> rows;
+    sql::Query query;
+    query.exec("SELECT u.RNo,z.Cdz,u.ID_Name,u.I_Name,u.J_Name,u.Side," + columns.join(',') +
+                   " FROM RLY_RUD u JOIN RLY_RDZ z ON z.RNo=u.RNo AND z.Cdz!='L' WHERE u.RTypeNo=? AND u.RNo IN (" +
+                   numberList(relays) + ") ORDER BY u.RNo,z.DzNo",
+               {rTypeNo});
+    while (query.next()) {
+        CaseSettingRow row;
+        row.RNo = query.number(0);
+        row.Cdz = query.text(1);
+        row.label = locationLabel(type.RType, query.text(2), query.text(3), query.text(4), query.number(5));
+        const SettingKind* setting = type.setting(row.Cdz);
+        row.DspCdz = setting ? setting->DspCdz : row.Cdz;
+        row.newValue.fill("0");
+        for (int part = 0; part < kStages; ++part) row.oldValue[size_t(part)] = query.raw(6 + part);
+        rows.append(row);
+    }
+    return rows;
+}
+
+bool CaseSettings::storeCase(int caseNo, int rTypeNo, const CaseForm& form) {
+    FormWalk walk(rTypeNo, form);
+    QVector<QVariantList> rows;
+    for (const CaseSettingRow& row : form.rows) {
+        const double k = walk.enter(row);
+        rows.append(QVariantList{caseNo, row.RNo, walk.dzNo, row.Cdz} +
+                    bothMeasures(row.newValue, walk.type.NPart, form.primary, k));
+    }
+    sql::Query query;
+    return query.exec("DELETE FROM RLY_CASERDZ WHERE Case_No=?", {caseNo}) &&
+           sql::insertRows({}, "RLY_CASERDZ", QStringList{"Case_No", "RNo", "DzNo", "Cdz"} + stageColumns("Rdz"), rows);
+}
+
+bool CaseSettings::storeWorking(int rTypeNo, const CaseForm& form) {
+    FormWalk walk(rTypeNo, form);
+    QVector<QVariantList> rows;
+    for (const CaseSettingRow& row : form.rows) {
+        const double k = walk.enter(row);
+        const RelayData relay = walk.relays.value(row.RNo);
+        rows.append(QVariantList{walk.turnNo, row.RNo, relay.RTypeCode, relay.at.ID_Name, relay.at.I_Name,
+                                 relay.at.J_Name, relay.at.Side, walk.type.NPart, walk.dzNo, row.Cdz} +
+                    bothMeasures(row.oldValue, walk.type.NPart, form.primary, k) +
+                    bothMeasures(row.newValue, walk.type.NPart, form.primary, k) + QVariantList{walk.vType(row)});
+    }
+    sql::Query query;
+    return query.exec("DELETE FROM RLY_RLYOBJ_TEM") &&
+           sql::insertRows({}, "RLY_RLYOBJ_TEM",
+                           identityColumns() + stageColumns("ODz") + stageColumns("NDz") + QStringList("VType"), rows);
+}
