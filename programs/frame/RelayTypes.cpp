@@ -5,17 +5,17 @@
 #include "platform/sql/Sql.h"
 #include "programs/frame/TableNames.h"
 
-const SettingKind* RelayType::setting(const QString& cdz) const {
+const SettingKind* RelayTypeInfo::setting(const QString& cdz) const {
     const auto it = std::find_if(settings.begin(), settings.end(), [&](const auto& s) { return s.Cdz == cdz; });
     return it == settings.end() ? nullptr : &*it;
 }
 
-QHash<int, RelayType> readRelayTypes() {
-    QHash<int, RelayType> types;
-    sql::Query query(kRuleConnection);
+QHash<int, RelayTypeInfo> readRelayTypes() {
+    QHash<int, RelayTypeInfo> types;
+    sql::Query query(tables::ruleConnection);
     query.exec("SELECT RTypeNo,RTypeCode,RType,NPart,DzNo,Cdz,VType,DspCdz FROM RTYPE ORDER BY RTypeNo,DzNo");
     while (query.next()) {
-        RelayType& type = types[query.number(0)];
+        RelayTypeInfo& type = types[query.number(0)];
         type.RTypeNo = query.number(0);
         type.RTypeCode = query.text(1);
         type.RType = query.number(2);

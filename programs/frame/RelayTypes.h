@@ -12,7 +12,7 @@ struct SettingKind {
     QString DspCdz;
 };
 
-struct RelayType {
+struct RelayTypeInfo {
     int RTypeNo = 0;
     QString RTypeCode;
     int RType = 0;  ///< code of the element on which it is installed
@@ -23,7 +23,7 @@ struct RelayType {
 };
 
 /// The relay types of the rule database, by number, read at one go.
-QHash<int, RelayType> readRelayTypes();
+QHash<int, RelayTypeInfo> readRelayTypes();
 
 /// Whether a case of this type can be defined: the types that exist for coordination only, and the virtual relay, cannot.
 bool offeredForCases(int rTypeNo);

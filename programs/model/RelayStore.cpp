@@ -31,7 +31,7 @@ double defaultValue(const SettingKind& setting, int stage) {
 /// The sensitivity rules of each relay type, each once.
 QHash<int, QVector<int>> sensitivityRules() {
     QHash<int, QVector<int>> rules;
-    sql::Query query(kRuleConnection);
+    sql::Query query(tables::ruleConnection);
     query.exec("SELECT DISTINCT RTypeNo,RuleNo,DRuleNo FROM USEFKLM ORDER BY RTypeNo,PNo,Cdz");
     while (query.next())
         for (const int rule : {query.number(1), query.number(2)})
@@ -59,11 +59,11 @@ class Installation {
 
   private:
     bool refuses(const RelayRequest& request);
-    bool hasPlace(const RelayType& type, const Location& at);
-    void addSettings(const RelayRequest& request, const RelayType& type);
+    bool hasPlace(const RelayTypeInfo& type, const Location& at);
+    void addSettings(const RelayRequest& request, const RelayTypeInfo& type);
     void addParameters(const RelayRequest& request);
 
-    QHash<int, RelayType> types_ = readRelayTypes();
+    QHash<int, RelayTypeInfo> types_ = readRelayTypes();
     QHash<int, QVector<int>> rules_ = sensitivityRules();
     QSet<TypedPlace> installed_;
     QSet<TypedPlace> parameters_;
@@ -79,7 +79,7 @@ Installation::Installation() {
     number_ = sql::scalar({}, "SELECT MAX(RNo) FROM RLY_RUD").toInt();
 }
 
-bool Installation::hasPlace(const RelayType& type, const Location& at) {
+bool Installation::hasPlace(const RelayTypeInfo& type, const Location& at) {
     if (!places_.contains(type.RType)) {
         QVector<Location> all = RelayStore::locations(type.RType);
         if (type.RType == 10) all += RelayStore::locations(12);
@@ -104,7 +104,7 @@ bool Installation::refuses(const RelayRequest& request) {
     return true;
 }
 
-void Installation::addSettings(const RelayRequest& request, const RelayType& type) {
+void Installation::addSettings(const RelayRequest& request, const RelayTypeInfo& type) {
     for (const SettingKind& setting : type.settings) {
         const double k = conversionFactor(setting.VType, 1, request.ctRatio, request.ptRatio, 1);
         QVariantList row = {number_, setting.DzNo, setting.Cdz};
@@ -126,7 +126,7 @@ bool Installation::add(const RelayRequest& request) {
     if (refuses(request)) return false;
     if (installed_.contains({request.at, request.RTypeNo})) return true;
     installed_.insert({request.at, request.RTypeNo});
-    const RelayType& type = types_[request.RTypeNo];
+    const RelayTypeInfo& type = types_[request.RTypeNo];
     const Location& at = request.at;
     relays_.append({1, ++number_, type.RTypeCode, " ", type.RTypeNo, type.RType, at.ID_Name, at.I_Name, at.J_Name,
                     at.Side, 1.0, request.ctRatio, request.ptRatio, 1.0});

@@ -16,7 +16,7 @@ struct PartRule {
 
 QVector<PartRule> partRules(int rTypeNo) {
     QVector<PartRule> rules;
-    sql::Query query(kRuleConnection);
+    sql::Query query(tables::ruleConnection);
     query.exec("SELECT r.RPartNo,r.RuleNo,(SELECT COUNT(*) FROM PARAINF p WHERE p.RuleNo=r.RuleNo) FROM RTYPERULE r"
                " WHERE r.RTypeNo=? ORDER BY r.RPartNo,r.RuleNo",
                {rTypeNo});

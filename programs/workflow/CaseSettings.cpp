@@ -20,7 +20,7 @@ QStringList orZero(const QStringList& columns) {
     return texts;
 }
 
-bool loadSetting(int caseNo, const RelayType& type, const SettingKind& setting) {
+bool loadSetting(int caseNo, const RelayTypeInfo& type, const SettingKind& setting) {
     const QStringList old = orZero(stageColumns("z.NRdz"));
     const QStringList now = orZero(stageColumns("c.Rdz"));
     sql::Query query;
@@ -87,7 +87,7 @@ QVariantList bothMeasures(const std::array<QString, kStages>& texts, int parts, 
 /// Walks the rows of a form with what belongs to each.
 struct FormWalk {
     const CaseForm& form;
-    RelayType type;
+    RelayTypeInfo type;
     QHash<int, RelayData> relays;
     int rNo = -1, turnNo = 0, dzNo = 0;
 
@@ -114,7 +114,7 @@ struct FormWalk {
 }  // namespace
 
 bool CaseSettings::load(int caseNo, int rTypeNo, bool* missing) {
-    const RelayType type = readRelayTypes().value(rTypeNo);
+    const RelayTypeInfo type = readRelayTypes().value(rTypeNo);
     sql::Transaction transaction;
     sql::Query query;
     if (!query.exec("DELETE FROM RLY_RLYOBJ_TEM")) return false;
@@ -131,7 +131,7 @@ bool CaseSettings::load(int caseNo, int rTypeNo, bool* missing) {
 }
 
 QVector<CaseSettingRow> CaseSettings::rows(int rTypeNo, bool primary) {
-    const RelayType type = readRelayTypes().value(rTypeNo);
+    const RelayTypeInfo type = readRelayTypes().value(rTypeNo);
     const int from = primary ? 0 : kStages;
     const QStringList columns = stageColumns("NDz").mid(from, kStages) + stageColumns("ODz").mid(from, kStages);
     QVector<CaseSettingRow> rows;
@@ -155,7 +155,7 @@ QVector<CaseSettingRow> CaseSettings::rows(int rTypeNo, bool primary) {
 }
 
 QVector<CaseSettingRow> CaseSettings::newRows(const QVector<int>& relays, int rTypeNo, bool primary) {
-    const RelayType type = readRelayTypes().value(rTypeNo);
+    const RelayTypeInfo type = readRelayTypes().value(rTypeNo);
     const QStringList columns = stageColumns("z.NRdz").mid(primary ? 0 : kStages, kStages);
     QVector<CaseSettingRow> rows;
     sql::Query query;

@@ -25,7 +25,7 @@ struct CoordinatingRule {
 /// The first variable that reads another relay's setting decides for the rule.
 QHash<int, CoordinatingRule> coordinatingRules() {
     QHash<int, CoordinatingRule> rules;
-    sql::Query query(kRuleConnection);
+    sql::Query query(tables::ruleConnection);
     query.exec("SELECT v.RuleNo,v.VType,i.PRTypeNo FROM VARIN v JOIN RULEINF i ON i.RuleNo=v.RuleNo"
                " WHERE v.VType>400 AND v.VType<=420 ORDER BY v.RuleNo,v.VarNo");
     while (query.next()) {
@@ -142,7 +142,7 @@ bool readsSetting(const QHash<int, QSet<int>>& variables, int rule, int vType) {
 
 QHash<int, QSet<int>> settingVariables() {
     QHash<int, QSet<int>> variables;
-    sql::Query query(kRuleConnection);
+    sql::Query query(tables::ruleConnection);
     query.exec("SELECT RuleNo,VType FROM VARIN WHERE VType>400 AND VType<=420");
     while (query.next()) variables[query.number(0)].insert(query.number(1));
     return variables;

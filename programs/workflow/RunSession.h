@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QObject>
+#include <QQueue>
+#include <memory>
+
+#include "programs/workflow/CalculationStart.h"
+#include "programs/workflow/CoordinationSearch.h"
+
+class CAutoCalFlow;
+class CHandCalFlow;
+class CKlmCalFlow;
+class CStepCalFlow;
+class EngineProcess;
+
+/// What a run window does: the states of a manual, automatic or sensitivity run, driven by the ends of the engine. The
+/// working tables go back to where they were at open() unless ensure() keeps them.
+class RunSession : public QObject {
+    Q_OBJECT
+
+  public:
+    enum class State { Idle, Busy, Waiting };  ///< Waiting: a manual run shows a relay part and waits for next()
+    enum Run { Manual = 1, Automatic = 2, Sensitivity = 3 };
+
+    RunSession(const CaseNode& node, const CalculationPlaces& places);
+    ~RunSession() override;
+
+    /// Copies the working tables and removes result files of earlier runs.
+    bool open();
+    /// \return false when there is nothing to calculate or the engine cannot be set going; the session is idle then
+    bool start(Run run);
+    /// The next relay part of a manual run; after the last one the run ends.
+    bool next();
+    /// Ends the run in hand, a hanging engine included; finished(false) follows when the engine has ended.
+    void abort();
+    /// Keeps everything and forgets the copies, or takes the working tables back.
+    bool ensure();
+    bool cancel();
+
+    /// Stores typed values of a part of a relay: primary as given, secondary by its factor, and has the rules that
+    /// depend on it calculated again. \return false with a message for a value that is no number or below 0
+    bool ApplySettingEdit(int rNo, int pNo, const QString& cdz, const QString& value);
+    /// Chooses another parameter group of a rule and calculates the rule again.
+    bool changeParameters(int rNo, int pNo, int ruleNo, int parNo);
+
+    [[nodiscard]] State state() const { return state_; }
+    [[nodiscard]] int failedSteps() const { return failedSteps_; }  ///< engine runs of the run that ended badly
+
+  signals:
+    void progress(int done, int total);
+    void partShown(int rNo, int pNo);  ///< a manual run waits here
+    void recalculated();               ///< no recalculation is left
+    void finished(bool complete);
+
+  private slots:
+    void HandCalSlot();
+    void AutoCalSlot();
+    void KlmFSlot();
+
+  private:
+    bool PrepareRun(Run run);
+    /// Whether the flow goes on after an end of the engine; reads the results when they are good.
+    bool takeResults(CStepCalFlow& flow);
+    bool stepOrEnd(CStepCalFlow& flow);
+    void end(bool complete);
+    void RecalcDependents(int rNo, int pNo, int dzNo);
+    bool recalculateNext();
+    void announce(const CoordinationSearch::Dependent& rule) const;
+    [[nodiscard]] QList<EngineProcess*> processes() const;
+
+    CaseNode case_;
+    CalculationPlaces places_;
+    std::unique_ptr<CHandCalFlow> hand_;
+    std::unique_ptr<CAutoCalFlow> auto_;
+    std::unique_ptr<CKlmCalFlow> klm_;
+    QQueue<CoordinationSearch::Dependent> recalculations_;
+    State state_ = State::Idle;
+    Run run_ = Automatic;
+    bool manualRunning_ = false;
+    bool recalcPending_ = false;
+    bool abortFlag_ = false;
+    int failedSteps_ = 0;
+};
