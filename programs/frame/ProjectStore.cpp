@@ -32,17 +32,13 @@ bool deny(const QString& text) {
     return false;
 }
 
-CRDatabase database() {
-    return CRDatabase("QMYSQL3", "", "", "");
-}
+CRDatabase database() { return CRDatabase("QMYSQL3", "", "", ""); }
 
-bool connectServer(CRDatabase& server) {
-    return server.ConnectDB("mysql", tables::serverConnection, true);
-}
+bool connectServer(CRDatabase& server) { return server.ConnectDB("mysql", tables::serverConnection, true); }
 
 bool databaseExists(const QString& name) {
-    return sql::scalar(tables::serverConnection,
-                       "SELECT COUNT(*) FROM information_schema.SCHEMATA WHERE SCHEMA_NAME=?", {name})
+    return sql::scalar(tables::serverConnection, "SELECT COUNT(*) FROM information_schema.SCHEMATA WHERE SCHEMA_NAME=?",
+                       {name})
                .toInt() > 0;
 }
 
@@ -50,9 +46,10 @@ bool databaseExists(const QString& name) {
 QStringList hostTables(const QString& project) {
     QStringList names;
     sql::Query query;
-    query.exec("SELECT TABLE_NAME FROM information_schema.TABLES WHERE TABLE_SCHEMA=? AND TABLE_TYPE='BASE TABLE'"
-               " AND TABLE_NAME NOT LIKE 'RLY\\_%' ORDER BY TABLE_NAME",
-               {project});
+    query.exec(
+        "SELECT TABLE_NAME FROM information_schema.TABLES WHERE TABLE_SCHEMA=? AND TABLE_TYPE='BASE TABLE'"
+        " AND TABLE_NAME NOT LIKE 'RLY\\_%' ORDER BY TABLE_NAME",
+        {project});
     while (query.next()) names.append(query.text(0));
     return names;
 }
@@ -106,8 +103,7 @@ QString ProjectStore::whyNotName(const QString& name) {
         return c.category() == QChar::Other_Control || c.isSurrogate() || QString("/\\.:*?\"<>|`").contains(c);
     };
     if (std::any_of(name.begin(), name.end(), bad)) return "工程名中不能有路径符号、点号或控制字符";
-    if (name.endsWith(tables::ruleSuffix, Qt::CaseInsensitive))
-        return "工程名不能以" + tables::ruleSuffix + "结尾";
+    if (name.endsWith(tables::ruleSuffix, Qt::CaseInsensitive)) return "工程名不能以" + tables::ruleSuffix + "结尾";
     static const QStringList reserved = {"mysql", "sys", "information_schema", "performance_schema"};
     if (reserved.contains(name, Qt::CaseInsensitive)) return "工程名" + name + "是保留名";
     return {};
@@ -120,9 +116,7 @@ QStringList ProjectStore::names() const {
     return found;
 }
 
-bool ProjectStore::exists(const QString& name) const {
-    return QFileInfo(folder_ + name).isDir();
-}
+bool ProjectStore::exists(const QString& name) const { return QFileInfo(folder_ + name).isDir(); }
 
 Project ProjectStore::project(const QString& directoryName, const QString& name) const {
     Project project{name, folder_ + directoryName + "/", {}};
@@ -238,8 +232,7 @@ bool ProjectStore::remove(const QString& name) {
     if (!lock.held()) return false;
     clearParts();
     if (!whyNotName(name).isEmpty() || !exists(name)) return deny("没有名为" + name + "的工程");
-    if (!QDir().rename(folder_ + name, folder_ + kPart + name))
-        return deny("不能删除工程目录" + folder_ + name);
+    if (!QDir().rename(folder_ + name, folder_ + kPart + name)) return deny("不能删除工程目录" + folder_ + name);
     discard(name);
     return !QFileInfo::exists(folder_ + kPart + name);
 }

@@ -25,7 +25,8 @@ struct RelayTypeInfo {
 /// The relay types of the rule database, by number, read at one go.
 QHash<int, RelayTypeInfo> readRelayTypes();
 
-/// Whether a case of this type can be defined: the types that exist for coordination only, and the virtual relay, cannot.
+/// Whether a case of this type can be defined: the types that exist for coordination only, and the virtual relay,
+/// cannot.
 bool offeredForCases(int rTypeNo);
 
 /// The name under which a line length is kept among the settings; it takes no part in calculations.

@@ -23,9 +23,10 @@ const QString& placesText(int elementCode) {
         {5, singleEnd("CDB_PCAPREABAK")},
         {6, bothEnds("CDB_ACLINEBAK")},
         {10, bothEnds("CDB_TRANS_2WBAK")},
-        {12, "SELECT ID_Name,Name_N,Name_1 AS J_Name,2,1 AS W FROM CDB_TRANS_3WBAK"
-             " UNION ALL SELECT ID_Name,Name_N,Name_2,2,2 FROM CDB_TRANS_3WBAK"
-             " UNION ALL SELECT ID_Name,Name_N,Name_3,2,3 FROM CDB_TRANS_3WBAK ORDER BY ID_Name,W"},
+        {12,
+         "SELECT ID_Name,Name_N,Name_1 AS J_Name,2,1 AS W FROM CDB_TRANS_3WBAK"
+         " UNION ALL SELECT ID_Name,Name_N,Name_2,2,2 FROM CDB_TRANS_3WBAK"
+         " UNION ALL SELECT ID_Name,Name_N,Name_3,2,3 FROM CDB_TRANS_3WBAK ORDER BY ID_Name,W"},
         {13, "SELECT ID_Name,I_Name,J_Name,1 FROM CDB_BREAKERBAK ORDER BY ID_Name"},
     };
     static const QString none;
@@ -44,15 +45,13 @@ QVector<Location> read(const QString& text, const QVariantList& values = {}) {
 struct VoltageBand {
     double level, lowest, highest;
 };
-constexpr VoltageBand kBands[] = {{0, 0, 8},         {10, 8, 25},      {35, 25, 50},     {110, 50, 150},
-                                  {220, 150, 250},   {330, 250, 350},  {400, 350, 450},  {500, 450, 550},
-                                  {750, 550, 850},   {1000, 850, 10000}};
+constexpr VoltageBand kBands[] = {{0, 0, 8},       {10, 8, 25},       {35, 25, 50},    {110, 50, 150},
+                                  {220, 150, 250}, {330, 250, 350},   {400, 350, 450}, {500, 450, 550},
+                                  {750, 550, 850}, {1000, 850, 10000}};
 
 }  // namespace
 
-QVector<Location> RelayStore::locations(int elementCode) {
-    return read(placesText(elementCode));
-}
+QVector<Location> RelayStore::locations(int elementCode) { return read(placesText(elementCode)); }
 
 QVector<Location> RelayStore::lineEnds(double level) {
     double lowest = 0;

@@ -148,9 +148,9 @@ bool removeTuples(const QString& table, const QString& columns, int width, const
     sql::Query query;
     for (qsizetype from = 0; from < values.size(); from += step) {
         const QVariantList part = values.mid(from, step);
-        if (!query.exec("DELETE FROM " + table + " WHERE (" + columns + ") IN (" + groups(part.size() / width, width) +
-                            ")",
-                        part))
+        if (!query.exec(
+                "DELETE FROM " + table + " WHERE (" + columns + ") IN (" + groups(part.size() / width, width) + ")",
+                part))
             return false;
     }
     return true;
@@ -164,9 +164,11 @@ bool Installation::write() const {
     static const QStringList valueColumns = {"ID_Name", "I_Name", "J_Name", "Side", "RFault", "RuleNo"};
     sql::Transaction transaction;
     return sql::insertRows({}, "RLY_RUD", relayColumns, relays_) &&
-           sql::insertRows({}, "RLY_RDZ", QStringList{"RNo", "DzNo", "Cdz"} + stageColumns("NRdz") + stageColumns("BRdz"), settings_) &&
-           sql::insertRows({}, "RLY_FKLM", valueColumns, values_) &&
-           removeTuples("RLY_DUMRLY", kPlace, 4, taken_) && transaction.commit();
+           sql::insertRows({}, "RLY_RDZ",
+                           QStringList{"RNo", "DzNo", "Cdz"} + stageColumns("NRdz") + stageColumns("BRdz"),
+                           settings_) &&
+           sql::insertRows({}, "RLY_FKLM", valueColumns, values_) && removeTuples("RLY_DUMRLY", kPlace, 4, taken_) &&
+           transaction.commit();
 }
 
 QString numberList(const QVector<int>& numbers) {

@@ -45,8 +45,7 @@ bool check(const OperatingModeRecord& mode) {
     QString why = sql::whyNotStorable(mode.SysName, 20);
     if (why.isEmpty()) why = sql::whyNotStorable(mode.Note, 100);
     if (!why.isEmpty()) return refuse("运行方式" + mode.SysName + ": " + why);
-    if (sql::scalar({}, "SELECT COUNT(*) FROM RLY_RSYSMODEDLS WHERE SysName=? AND SysNo!=?",
-                    {mode.SysName, mode.SysNo})
+    if (sql::scalar({}, "SELECT COUNT(*) FROM RLY_RSYSMODEDLS WHERE SysName=? AND SysNo!=?", {mode.SysName, mode.SysNo})
             .toInt() > 0)
         return refuse("运行方式已经存在");
     return checkRows(mode.rows);
@@ -70,12 +69,13 @@ QVector<QVariantList> rowsOf(const OperatingModeRecord& mode) {
 
 /// The stored rows of the mode are replaced. A renamed mode leaves no head row under its old name.
 bool write(const OperatingModeRecord& mode) {
-    static const QStringList columns = {"SysName", "SysNo",  "M10", "ID_Name", "I_Name",
-                                        "J_Name",  "Flg",    "UNIT", "R",      "X"};
+    static const QStringList columns = {"SysName", "SysNo", "M10",  "ID_Name", "I_Name",
+                                        "J_Name",  "Flg",   "UNIT", "R",       "X"};
     sql::Query query;
-    return query.exec("DELETE FROM RLY_RSYSMODE WHERE SysName=? OR SysName IN"
-                      " (SELECT SysName FROM RLY_RSYSMODEDLS WHERE SysNo=?)",
-                      {mode.SysName, mode.SysNo}) &&
+    return query.exec(
+               "DELETE FROM RLY_RSYSMODE WHERE SysName=? OR SysName IN"
+               " (SELECT SysName FROM RLY_RSYSMODEDLS WHERE SysNo=?)",
+               {mode.SysName, mode.SysNo}) &&
            query.exec("DELETE FROM RLY_RSYSMODEDLS WHERE SysNo=?", {mode.SysNo}) &&
            query.exec("INSERT INTO RLY_RSYSMODE (SysName,Note) VALUES (?,?)", {mode.SysName, mode.Note}) &&
            sql::insertRows({}, "RLY_RSYSMODEDLS", columns, rowsOf(mode));
@@ -121,9 +121,10 @@ bool ModeStore::saveImported(const std::vector<host::OperatingMode>& modes) {
 QVector<OperatingModeRecord> ModeStore::list() {
     QVector<OperatingModeRecord> modes;
     sql::Query query;
-    query.exec("SELECT d.SysNo,d.SysName,m.Note,d.M10,d.ID_Name,d.I_Name,d.J_Name,d.Flg,d.UNIT,d.R,d.X"
-               " FROM RLY_RSYSMODEDLS d LEFT JOIN RLY_RSYSMODE m ON m.SysName=d.SysName"
-               " ORDER BY d.SysNo,d.M10,d.ID_Name");
+    query.exec(
+        "SELECT d.SysNo,d.SysName,m.Note,d.M10,d.ID_Name,d.I_Name,d.J_Name,d.Flg,d.UNIT,d.R,d.X"
+        " FROM RLY_RSYSMODEDLS d LEFT JOIN RLY_RSYSMODE m ON m.SysName=d.SysName"
+        " ORDER BY d.SysNo,d.M10,d.ID_Name");
     while (query.next()) {
         if (modes.isEmpty() || modes.back().SysNo != query.number(0))
             modes.append({query.number(0), query.text(1), query.text(2), {}});

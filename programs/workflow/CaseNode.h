@@ -13,9 +13,9 @@ struct CaseNode {
     QString Case_Name;
     int RTypeNo = 0;
     QString RTypeCode;
-    int Mlf = 0;          ///< 1 stands on a load-flow case, 0 on a scheme
-    int Case_lf = -1;     ///< load-flow case number; -1 on a scheme
-    QString Scheme = " "; ///< scheme name; one blank on a load-flow case
+    int Mlf = 0;           ///< 1 stands on a load-flow case, 0 on a scheme
+    int Case_lf = -1;      ///< load-flow case number; -1 on a scheme
+    QString Scheme = " ";  ///< scheme name; one blank on a load-flow case
     int NPara = 0;
     int LGup = 0;
     QString Note;
@@ -26,7 +26,7 @@ struct CaseNode {
 struct CaseSettingRow {
     int RNo = 0;
     QString Cdz;
-    QString label;    ///< place of the relay
+    QString label;  ///< place of the relay
     QString DspCdz;
     std::array<QString, kStages> newValue;
     std::array<QString, kStages> oldValue;
@@ -37,10 +37,10 @@ struct CaseForm {
     QString name;
     QString note;
     bool onLoadFlow = false;
-    QString source;            ///< name of the load-flow case or of the scheme
-    bool primary = true;       ///< the values are primary, else secondary
+    QString source;       ///< name of the load-flow case or of the scheme
+    bool primary = true;  ///< the values are primary, else secondary
     QVector<CaseSettingRow> rows;
-    QList<int> bigSys;         ///< numbers of the maximum operating modes
-    QList<int> smallSys;       ///< numbers of the minimum operating modes
+    QList<int> bigSys;    ///< numbers of the maximum operating modes
+    QList<int> smallSys;  ///< numbers of the minimum operating modes
     std::array<int, kStages> PartFlg = {1, 1, 1, 1, 1};
 };

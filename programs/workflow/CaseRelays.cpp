@@ -17,9 +17,10 @@ struct PartRule {
 QVector<PartRule> partRules(int rTypeNo) {
     QVector<PartRule> rules;
     sql::Query query(tables::ruleConnection);
-    query.exec("SELECT r.RPartNo,r.RuleNo,(SELECT COUNT(*) FROM PARAINF p WHERE p.RuleNo=r.RuleNo) FROM RTYPERULE r"
-               " WHERE r.RTypeNo=? ORDER BY r.RPartNo,r.RuleNo",
-               {rTypeNo});
+    query.exec(
+        "SELECT r.RPartNo,r.RuleNo,(SELECT COUNT(*) FROM PARAINF p WHERE p.RuleNo=r.RuleNo) FROM RTYPERULE r"
+        " WHERE r.RTypeNo=? ORDER BY r.RPartNo,r.RuleNo",
+        {rTypeNo});
     while (query.next()) rules.append({query.number(0), query.number(1), query.number(2) > 0 ? 1 : 0});
     return rules;
 }
@@ -31,8 +32,7 @@ bool insertRules(int caseNo, int rTypeNo, const QVector<int>& relays) {
     QVector<QVariantList> rows;
     for (const int relay : relays) {
         ++turn;
-        for (const PartRule& rule : rules)
-            rows.append({caseNo, turn, relay, rule.part, 1, rule.rule, 1, rule.group});
+        for (const PartRule& rule : rules) rows.append({caseNo, turn, relay, rule.part, 1, rule.rule, 1, rule.group});
     }
     sql::Transaction transaction;
     return sql::insertRows({}, "RLY_CASEINF", columns, rows) && transaction.commit();
@@ -41,10 +41,11 @@ bool insertRules(int caseNo, int rTypeNo, const QVector<int>& relays) {
 /// The ends of an element that may be taken out of service.
 bool elementEnds(const QString& element, QVariantList* ends) {
     sql::Query query;
-    query.exec("SELECT ID_Name,I_Name,J_Name FROM CDB_ACLINEBAK WHERE ID_Name=?"
-               " UNION ALL SELECT ID_Name,I_Name,J_Name FROM CDB_TRANS_2WBAK WHERE ID_Name=?"
-               " UNION ALL SELECT ID_Name,Name_N,Name_1 FROM CDB_TRANS_3WBAK WHERE ID_Name=?",
-               {element, element, element});
+    query.exec(
+        "SELECT ID_Name,I_Name,J_Name FROM CDB_ACLINEBAK WHERE ID_Name=?"
+        " UNION ALL SELECT ID_Name,I_Name,J_Name FROM CDB_TRANS_2WBAK WHERE ID_Name=?"
+        " UNION ALL SELECT ID_Name,Name_N,Name_1 FROM CDB_TRANS_3WBAK WHERE ID_Name=?",
+        {element, element, element});
     if (!query.next()) {
         ReportError("检修元件" + element + "不存在", 0);
         return false;
@@ -101,9 +102,10 @@ bool CaseStore::setSensitivityModes(const QList<int>& modes) {
     sql::Query query;
     bool ok = query.exec("DELETE FROM RLY_KLMFSYS WHERE Case_No=?", {current()->Case_No});
     for (const int mode : modes)
-        ok = ok && query.exec("INSERT INTO RLY_KLMFSYS (Case_No,SysNo,SysName) SELECT DISTINCT ?,SysNo,SysName"
-                              " FROM RLY_RSYSMODEDLS WHERE SysNo=?",
-                              {current()->Case_No, mode});
+        ok = ok && query.exec(
+                       "INSERT INTO RLY_KLMFSYS (Case_No,SysNo,SysName) SELECT DISTINCT ?,SysNo,SysName"
+                       " FROM RLY_RSYSMODEDLS WHERE SysNo=?",
+                       {current()->Case_No, mode});
     return ok && transaction.commit();
 }
 
@@ -119,7 +121,6 @@ bool CaseStore::setOutages(const QVector<int>& relays, const QStringList& elemen
     sql::Transaction transaction;
     sql::Query query;
     for (const int relay : relays)
-        if (!query.exec("DELETE FROM RLY_CELECHK WHERE Case_No=? AND RNo=?", {current()->Case_No, relay}))
-            return false;
+        if (!query.exec("DELETE FROM RLY_CELECHK WHERE Case_No=? AND RNo=?", {current()->Case_No, relay})) return false;
     return sql::insertRows({}, "RLY_CELECHK", columns, rows) && transaction.commit();
 }

@@ -1,6 +1,7 @@
 #include "programs/workflow/CaseSettings.h"
 
 #include "platform/sql/Sql.h"
+#include "programs/frame/Location.h"
 #include "programs/frame/LocationLabel.h"
 #include "programs/frame/Messages.h"
 #include "programs/frame/RelayTypes.h"
@@ -9,8 +10,8 @@
 namespace {
 
 const QStringList& identityColumns() {
-    static const QStringList columns = {"TurnNo", "RNo", "RTypeCode", "ID_Name", "I_Name", "J_Name",
-                                        "Side",   "NPart", "DzNo",    "Cdz"};
+    static const QStringList columns = {"TurnNo", "RNo",  "RTypeCode", "ID_Name", "I_Name",
+                                        "J_Name", "Side", "NPart",     "DzNo",    "Cdz"};
     return columns;
 }
 
@@ -33,8 +34,7 @@ bool loadSetting(int caseNo, const RelayTypeInfo& type, const SettingKind& setti
             " JOIN RLY_RUD u ON u.RNo=t.RNo AND u.RTypeNo=?"
             " LEFT JOIN RLY_RDZ z ON z.RNo=u.RNo AND z.Cdz=?"
             " LEFT JOIN RLY_CASERDZ c ON c.RNo=u.RNo AND c.Cdz=? AND c.Case_No=?",
-        {type.NPart, setting.DzNo, setting.Cdz, setting.VType, caseNo, type.RTypeNo, setting.Cdz, setting.Cdz,
-         caseNo});
+        {type.NPart, setting.DzNo, setting.Cdz, setting.VType, caseNo, type.RTypeNo, setting.Cdz, setting.Cdz, caseNo});
 }
 
 /// A relay as the conversions and the working table need it.
@@ -56,12 +56,9 @@ QHash<int, RelayData> relayData(const QVector<int>& relays) {
     query.exec("SELECT RNo,RTypeCode,ID_Name,I_Name,J_Name,Side,CTPri,CTSec,PTPri,PTSec FROM RLY_RUD WHERE RNo IN (" +
                numberList(relays) + ")");
     while (query.next())
-        data[query.number(0)] = {query.text(1),
-                                 {query.text(2), query.text(3), query.text(4), query.number(5)},
-                                 query.real(6),
-                                 query.real(7),
-                                 query.real(8),
-                                 query.real(9)};
+        data[query.number(0)] = {query.text(1), {query.text(2), query.text(3), query.text(4), query.number(5)},
+                                 query.real(6), query.real(7),
+                                 query.real(8), query.real(9)};
     return data;
 }
 

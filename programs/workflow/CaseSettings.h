@@ -15,7 +15,8 @@ QVector<CaseSettingRow> rows(int rTypeNo, bool primary);
 /// Rows for relays that a case does not have yet: new values 0, old ones as stored.
 QVector<CaseSettingRow> newRows(const QVector<int>& relays, int rTypeNo, bool primary);
 
-// The other measure of each value follows by the factor of its kind and the relay's ratios. No transaction of their own.
+// The other measure of each value follows by the factor of its kind and the relay's ratios. No transaction of their
+// own.
 bool storeCase(int caseNo, int rTypeNo, const CaseForm& form);
 bool storeWorking(int rTypeNo, const CaseForm& form);
 

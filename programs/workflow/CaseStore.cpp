@@ -88,9 +88,7 @@ bool CaseStore::UpdateCaseChain(int mode) {
     return true;
 }
 
-CaseNode* CaseStore::current() {
-    return position_ < 0 ? nullptr : &chain_[position_];
-}
+CaseNode* CaseStore::current() { return position_ < 0 ? nullptr : &chain_[position_]; }
 
 bool CaseStore::select(int caseNo) {
     const auto it = std::find_if(chain_.begin(), chain_.end(), [&](const auto& n) { return n.Case_No == caseNo; });
@@ -126,8 +124,8 @@ bool CaseStore::remove() {
     if (!current()) return true;
     sql::Transaction transaction;
     sql::Query query;
-    for (const char* table : {"RLY_CASE_RLY", "RLY_RUDSYS", "RLY_CASEINF", "RLY_CASERDZ", "RLY_CELECHK",
-                              "RLY_KLMFSYS", "RLY_FZXSSYS", "RLY_CASERLYCOP"})
+    for (const char* table : {"RLY_CASE_RLY", "RLY_RUDSYS", "RLY_CASEINF", "RLY_CASERDZ", "RLY_CELECHK", "RLY_KLMFSYS",
+                              "RLY_FZXSSYS", "RLY_CASERLYCOP"})
         if (!query.exec(QString("DELETE FROM ") + table + " WHERE Case_No=?", {current()->Case_No})) return false;
     if (!transaction.commit()) return false;
     deletedRelays_.clear();

@@ -18,7 +18,8 @@ class CaseStore {
     bool select(int caseNo);
     bool select(const QString& caseName);
 
-    /// A new case behind the last one, current afterwards, not stored before the first save. Its network source is given.
+    /// A new case behind the last one, current afterwards, not stored before the first save. Its network source is
+    /// given.
     CaseNode& insert(int rTypeNo, int mlf, int lfCase, const QString& scheme);
     /// Name of a new case: "作业" and a number.
     [[nodiscard]] static QString defaultName();

@@ -26,8 +26,9 @@ struct CoordinatingRule {
 QHash<int, CoordinatingRule> coordinatingRules() {
     QHash<int, CoordinatingRule> rules;
     sql::Query query(tables::ruleConnection);
-    query.exec("SELECT v.RuleNo,v.VType,i.PRTypeNo FROM VARIN v JOIN RULEINF i ON i.RuleNo=v.RuleNo"
-               " WHERE v.VType>400 AND v.VType<=420 ORDER BY v.RuleNo,v.VarNo");
+    query.exec(
+        "SELECT v.RuleNo,v.VType,i.PRTypeNo FROM VARIN v JOIN RULEINF i ON i.RuleNo=v.RuleNo"
+        " WHERE v.VType>400 AND v.VType<=420 ORDER BY v.RuleNo,v.VarNo");
     while (query.next()) {
         if (rules.contains(query.number(0))) continue;
         rules[query.number(0)] = {query.number(2), CoordinationSearch::coordinatedPart(query.number(1))};
@@ -44,10 +45,11 @@ struct CaseRule {
 QVector<CaseRule> caseRules(int caseNo) {
     QVector<CaseRule> rows;
     sql::Query query;
-    query.exec("SELECT c.RNo,c.RuleNo,c.PNo,u.ID_Name,u.I_Name,u.J_Name,u.Side FROM RLY_CASEINF c"
-               " JOIN RLY_RUD u ON u.RNo=c.RNo WHERE c.Case_No=? AND c.PValid=1 AND c.RValid=1"
-               " AND u.RType IN (?,?) ORDER BY c.RNo,c.RuleNo",
-               {caseNo, kLine, kTransformer});
+    query.exec(
+        "SELECT c.RNo,c.RuleNo,c.PNo,u.ID_Name,u.I_Name,u.J_Name,u.Side FROM RLY_CASEINF c"
+        " JOIN RLY_RUD u ON u.RNo=c.RNo WHERE c.Case_No=? AND c.PValid=1 AND c.RValid=1"
+        " AND u.RType IN (?,?) ORDER BY c.RNo,c.RuleNo",
+        {caseNo, kLine, kTransformer});
     while (query.next())
         rows.append({query.number(0),
                      query.number(1),
@@ -150,9 +152,7 @@ QHash<int, QSet<int>> settingVariables() {
 
 }  // namespace
 
-int CoordinationSearch::coordinatedPart(int vType) {
-    return std::clamp((vType - 397) / 4, 1, 5);
-}
+int CoordinationSearch::coordinatedPart(int vType) { return std::clamp((vType - 397) / 4, 1, 5); }
 
 bool CoordinationSearch::SearchRlyCop(int caseNo) {
     static const QStringList columns = {"Case_No", "RNo", "PartNo", "CoRNo", "CoPartNo"};
@@ -175,12 +175,13 @@ QVector<CoordinationSearch::Dependent> CoordinationSearch::dependents(int caseNo
     QVector<Dependent> found;
     const auto variables = settingVariables();
     sql::Query query;
-    query.exec("SELECT DISTINCT p.RNo,p.PartNo,c.RuleNo FROM RLY_CASERLYCOP p JOIN RLY_CASEINF c"
-               " ON c.Case_No=p.Case_No AND c.RNo=p.RNo AND c.PNo=p.PartNo AND c.PValid=1 AND c.RValid=1"
-               " WHERE p.CoRNo=? AND p.CoPartNo=? AND p.Case_No=? AND (?<0 OR (p.RNo!=? AND ?>"
-               " (SELECT MIN(t.ID) FROM RLY_RDZTEM t WHERE t.RNo=p.RNo AND t.PNo=p.PartNo AND t.Case_No=p.Case_No)))"
-               " ORDER BY p.RNo,p.PartNo,c.RuleNo",
-               {rNo, pNo, caseNo, passedId, passedRNo, passedId});
+    query.exec(
+        "SELECT DISTINCT p.RNo,p.PartNo,c.RuleNo FROM RLY_CASERLYCOP p JOIN RLY_CASEINF c"
+        " ON c.Case_No=p.Case_No AND c.RNo=p.RNo AND c.PNo=p.PartNo AND c.PValid=1 AND c.RValid=1"
+        " WHERE p.CoRNo=? AND p.CoPartNo=? AND p.Case_No=? AND (?<0 OR (p.RNo!=? AND ?>"
+        " (SELECT MIN(t.ID) FROM RLY_RDZTEM t WHERE t.RNo=p.RNo AND t.PNo=p.PartNo AND t.Case_No=p.Case_No)))"
+        " ORDER BY p.RNo,p.PartNo,c.RuleNo",
+        {rNo, pNo, caseNo, passedId, passedRNo, passedId});
     while (query.next())
         if (readsSetting(variables, query.number(2), 396 + 4 * pNo + dzNo))
             found.append({query.number(0), query.number(1), query.number(2)});

@@ -55,8 +55,7 @@ QString cut(const QString& text, int bytes) {
 /// Runs a header query onto its only row.
 bool onHeader(sql::Query& query, const char* text, const QVariantList& values, const QString& kind) {
     if (!query.quietly().exec(text, values)) {
-        WinDockFeedback::ShowMessage(query.errorText().toUtf8().constData(), "", "", "",
-                                     WinDockFeedback::Information);
+        WinDockFeedback::ShowMessage(query.errorText().toUtf8().constData(), "", "", "", WinDockFeedback::Information);
         return warn("查询" + kind + "作业信息发生错误！");
     }
     return query.next() || warn(kind + "作业信息表中没有当前作业号的记录！");

@@ -15,7 +15,7 @@ struct ResultRow {
     double oldPrimary = 0;
     double primary = 0;
     double secondary = 0;
-    int RuleNo = 0;    ///< rule that decided; 0 when the value stems from no rule
+    int RuleNo = 0;  ///< rule that decided; 0 when the value stems from no rule
     QString ruleNote;
     bool ruled = false;  ///< a rule in force gives this setting
     std::optional<double> sensitivity;

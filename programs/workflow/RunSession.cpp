@@ -10,10 +10,10 @@
 #include "programs/workflow/RunShadows.h"
 
 RunSession::RunSession(const CaseNode& node, const CalculationPlaces& places) : case_(node), places_(places) {
-    hand_ = std::make_unique<CHandCalFlow>(node.RTypeNo, node.RTypeCode, places.workDir, node.Case_No,
-                                           places.programDir);
-    auto_ = std::make_unique<CAutoCalFlow>(node.RTypeNo, node.RTypeCode, places.workDir, node.Case_No,
-                                           places.programDir);
+    hand_ =
+        std::make_unique<CHandCalFlow>(node.RTypeNo, node.RTypeCode, places.workDir, node.Case_No, places.programDir);
+    auto_ =
+        std::make_unique<CAutoCalFlow>(node.RTypeNo, node.RTypeCode, places.workDir, node.Case_No, places.programDir);
     klm_ = std::make_unique<CKlmCalFlow>(node.RTypeNo, node.RTypeCode, places.workDir, places.programDir);
     hand_->relayFault().setFirstWrite(1);
     auto_->relayFault().setFirstWrite(1);

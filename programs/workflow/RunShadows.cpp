@@ -13,7 +13,7 @@ struct Shadowed {
     int code;  ///< of the copy; 0: the working relays, which have a copy form of their own
 };
 constexpr Shadowed kShadows[] = {
-    {"RLY_RLYOBJ_TEM", "RLY_RLYOBJ_TEM_TM", 0}, {"RLY_RDZTEM", "RLY_RDZTEM_TEM_TM", 230},
+    {"RLY_RLYOBJ_TEM", "RLY_RLYOBJ_TEM_TM", 0},   {"RLY_RDZTEM", "RLY_RDZTEM_TEM_TM", 230},
     {"RLY_FAULTINF", "RLY_FAULTINF_TEM_TM", 233}, {"RLY_KFINF", "RLY_KFINF_TEM_TM", 234},
     {"RLY_RRVIN", "RLY_RRVIN_TEM_TM", 236},       {"RLY_RRNPH", "RLY_RRNPH_TEM_TM", 237},
     {"RLY_CFZXS", "RLY_CFZXS_TEM_TM", 240},       {"RLY_CFZXSRM", "RLY_CFZXSRM_TEM_TM", 241},
@@ -21,8 +21,11 @@ constexpr Shadowed kShadows[] = {
 };
 
 bool exists(const char* table) {
-    return sql::scalar({}, "SELECT COUNT(*) FROM information_schema.TABLES WHERE TABLE_SCHEMA=DATABASE()"
-                           " AND TABLE_NAME=?", {QString(table)}).toInt() == 1;
+    return sql::scalar({},
+                       "SELECT COUNT(*) FROM information_schema.TABLES WHERE TABLE_SCHEMA=DATABASE()"
+                       " AND TABLE_NAME=?",
+                       {QString(table)})
+               .toInt() == 1;
 }
 
 bool copyWorkingRelays(const Shadowed& copied) {

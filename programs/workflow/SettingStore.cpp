@@ -20,8 +20,7 @@ bool SettingStore::saveChangingBackup() {
     const QString sources = (stageColumns("NDz") + stageColumns("ODz")).join(',');
     sql::Transaction transaction;
     sql::Query query;
-    return query.exec(QString("DELETE z FROM RLY_RDZ z JOIN ") + kCaseRelays +
-                      " ON o.RNo=z.RNo WHERE z.Cdz!='L'") &&
+    return query.exec(QString("DELETE z FROM RLY_RDZ z JOIN ") + kCaseRelays + " ON o.RNo=z.RNo WHERE z.Cdz!='L'") &&
            query.exec("INSERT INTO RLY_RDZ (RNo,DzNo,Cdz," + columns + ") SELECT RNo,DzNo,Cdz," + sources +
                       " FROM RLY_RLYOBJ_TEM ORDER BY RNo,DzNo") &&
            transaction.commit();

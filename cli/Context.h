@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <optional>
+
+#include "platform/rtdb/dbDatabase.h"
+#include "platform/server/Server.h"
+#include "programs/frame/ProjectStore.h"
+#include "programs/workflow/CalculationStart.h"
+
+namespace CLI {
+class App;
+}
+
+namespace cli {
+
+enum ExitCode { Ok = 0, Usage = 1, BadInput = 2, NoResult = 3, Internal = 4 };
+
+/// What every verb works with. A verb leaves its exit code here.
+class Context {
+  public:
+    int exitCode = Ok;
+    bool json = false;
+    bool verbose = false;
+
+    /// Sends the dock's messages to standard error.
+    void showMessages();
+    /// \return false with the exit code set
+    bool openServer();
+    /// Server, databases and, when asked for, the real-time database of a project.
+    bool openProject(const std::string& name, bool realTime = false);
+
+    [[nodiscard]] const Project& project() const { return *project_; }
+    void setProject(const Project& project) { project_ = project; }
+    ProjectStore& projects() { return projects_; }
+    dbDatabase& realTime() { return realTime_; }
+    [[nodiscard]] CalculationPlaces places() const;
+    /// Folder of the rule library that is delivered with the program.
+    [[nodiscard]] static QString ruleFolder();
+
+    /// Tells why a verb stops and sets its exit code. \return false
+    bool stop(ExitCode code, const QString& text);
+
+  private:
+    std::unique_ptr<server::Hold> hold_;
+    ProjectStore projects_;
+    std::optional<Project> project_;
+    dbDatabase realTime_;
+};
+
+// One file per verb.
+void addProject(CLI::App& app, Context& context);
+void addImport(CLI::App& app, Context& context);
+void addModes(CLI::App& app, Context& context);
+void addRelays(CLI::App& app, Context& context);
+void addCase(CLI::App& app, Context& context);
+void addExport(CLI::App& app, Context& context);
+
+}  // namespace cli
