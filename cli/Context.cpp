@@ -49,8 +49,6 @@ CalculationPlaces Context::places() const {
             QCoreApplication::applicationDirPath() + "/"};
 }
 
-QString Context::ruleFolder() {
-    return QCoreApplication::applicationDirPath() + "/../share/morvane/rules";
-}
+QString Context::ruleFolder() { return QCoreApplication::applicationDirPath() + "/../share/morvane/rules"; }
 
 }  // namespace cli

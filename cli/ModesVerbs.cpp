@@ -49,12 +49,13 @@ void list(Context& context, const Wish& wish) {
 QVector<ModeRow> outage(const QString& element) {
     QVector<ModeRow> rows;
     sql::Query query;
-    query.exec("SELECT ID_Name,I_Name,J_Name FROM CDB_ACLINEBAK WHERE ID_Name=?"
-               " UNION ALL SELECT ID_Name,I_Name,J_Name FROM CDB_TRANS_2WBAK WHERE ID_Name=?"
-               " UNION ALL SELECT ID_Name,Name_N,Name_1 FROM CDB_TRANS_3WBAK WHERE ID_Name=?"
-               " UNION ALL SELECT ID_Name,Name_N,Name_2 FROM CDB_TRANS_3WBAK WHERE ID_Name=?"
-               " UNION ALL SELECT ID_Name,Name_N,Name_3 FROM CDB_TRANS_3WBAK WHERE ID_Name=?",
-               {element, element, element, element, element});
+    query.exec(
+        "SELECT ID_Name,I_Name,J_Name FROM CDB_ACLINEBAK WHERE ID_Name=?"
+        " UNION ALL SELECT ID_Name,I_Name,J_Name FROM CDB_TRANS_2WBAK WHERE ID_Name=?"
+        " UNION ALL SELECT ID_Name,Name_N,Name_1 FROM CDB_TRANS_3WBAK WHERE ID_Name=?"
+        " UNION ALL SELECT ID_Name,Name_N,Name_2 FROM CDB_TRANS_3WBAK WHERE ID_Name=?"
+        " UNION ALL SELECT ID_Name,Name_N,Name_3 FROM CDB_TRANS_3WBAK WHERE ID_Name=?",
+        {element, element, element, element, element});
     while (query.next())
         for (const int sequence : {1, 0})
             rows.append({sequence, query.text(0), query.text(1), query.text(2), 1, 0, "0", "0"});

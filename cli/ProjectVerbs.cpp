@@ -4,6 +4,7 @@
 
 #include "cli/Context.h"
 #include "cli/TextTable.h"
+#include "exchange/TextFile.h"
 #include "platform/host/BaseTables.h"
 #include "platform/import/Import.h"
 
@@ -57,7 +58,7 @@ void exportNetwork(Context& context, const Names& names) {
     }
     try {
         import::writeCsv(*network, names.other);
-    } catch (const import::ImportError& error) {
+    } catch (const exchange::FormatError& error) {
         context.stop(BadInput, QString::fromStdString(error.what()));
     }
 }

@@ -10,7 +10,7 @@ namespace {
 struct Range {
     uint first, last;
 };
-constexpr Range kWide[] = {{0x1100, 0x115F}, {0x2E80, 0xA4CF}, {0xAC00, 0xD7A3},  {0xF900, 0xFAFF},
+constexpr Range kWide[] = {{0x1100, 0x115F}, {0x2E80, 0xA4CF}, {0xAC00, 0xD7A3}, {0xF900, 0xFAFF},
                            {0xFE30, 0xFE6F}, {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6}, {0x20000, 0x3FFFD}};
 
 bool isWide(uint character) {
@@ -58,8 +58,6 @@ void print(const QString& text) {
     std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
 }
 
-QString number(double value) {
-    return QString::number(value, 'g', 6);
-}
+QString number(double value) { return QString::number(value, 'g', 6); }
 
 }  // namespace cli

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/Context.h"
+#include "programs/workflow/CaseStore.h"
+
+namespace cli {
+
+/// What the words behind "case" say.
+struct CaseWish {
+    std::string project, caseName;
+    std::string name, note, scheme, loadFlow;
+    int type = 0;
+    std::vector<int> relays, parts;
+    std::vector<double> levels;
+    std::vector<std::string> maximum, minimum, sensitivity, outages;
+    bool withSensitivity = false, keepBackup = false, csv = false;
+};
+
+/// Opens the project and selects a case by its number or name. \return false with the exit code set
+bool openCase(Context& context, const CaseWish& wish, CaseStore& cases, bool realTime = false);
+
+// One function per verb.
+void newCase(Context& context, const CaseWish& wish);
+void listCases(Context& context, const CaseWish& wish);
+void showCase(Context& context, const CaseWish& wish);
+void deleteCase(Context& context, const CaseWish& wish);
+void runCase(Context& context, const CaseWish& wish);
+void runSensitivity(Context& context, const CaseWish& wish);
+void showResults(Context& context, const CaseWish& wish);
+void saveSettings(Context& context, const CaseWish& wish);
+
+}  // namespace cli
