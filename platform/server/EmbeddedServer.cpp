@@ -26,6 +26,7 @@ namespace {
 constexpr int startLimitMs = 60000;
 constexpr int prepareLimitMs = 120000;
 constexpr qint64 logLimit = 1 << 20;
+const QString logSize = QStringLiteral("--innodb-log-file-size=32M");
 const QString versionFile = QStringLiteral("morvane-version");
 
 QString findProgram(const QString& name) {
@@ -49,13 +50,18 @@ QString socketPath(const QString& folder) {
 }
 
 // The first error in the server's own words: those behind it follow from it.
-QString errorIn(const QByteArray& log) {
-    const QList<QByteArray> lines = log.split('\n');
-    for (const QByteArray& line : lines)
-        if (line.contains("[ERROR]")) return QString::fromUtf8(line.mid(line.indexOf("[ERROR]") + 7)).trimmed();
-    for (auto line = lines.crbegin(); line != lines.crend(); ++line)
-        if (!line->trimmed().isEmpty()) return QString::fromUtf8(line->trimmed());
+QString firstError(const QByteArray& log) {
+    for (const QByteArray& line : log.split('\n')) {
+        const auto mark = line.indexOf("ERROR");
+        if (mark >= 0 && !line.contains("Aborting")) return QString::fromUtf8(line.mid(mark + 6)).trimmed();
+    }
     return QStringLiteral("没有给出原因");
+}
+
+QString errorIn(const QByteArray& log) {
+    const QString text = firstError(log);
+    const bool full = text.contains("error 28") || text.contains("rrcode: 28") || text.contains("No space left");
+    return full ? "磁盘空间不足（" + text + "）" : text;
 }
 
 QByteArray readFrom(const QString& path, qint64 offset) {
@@ -147,14 +153,17 @@ bool EmbeddedServer::createDataDirectory(const QString& installer, QString* erro
                         "--auth-root-authentication-method=socket",
                         "--auth-root-socket-user=" + userName(),
                         "--skip-test-db",
-                        "--skip-name-resolve"};
+                        "--skip-name-resolve",
+                        logSize};
     if (geteuid() == 0) options << "--user=root";
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(installer, options);
     const bool ended = process.waitForFinished(prepareLimitMs);
-    if (!ended || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+    if (!ended || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+        QDir(aside).removeRecursively();
         return fail(error, "不能建立数据库服务器的数据目录：" + errorIn(process.readAll()));
+    }
     QFile version(aside + '/' + versionFile);
     if (!version.open(QIODevice::WriteOnly) || version.write(QByteArray::number(layoutVersion) + '\n') < 0 ||
         !version.flush() || !QDir().rename(aside, path("data")))
@@ -167,7 +176,7 @@ QStringList EmbeddedServer::arguments() const {
                         "--pid-file=" + path("server.pid"), "--log-error=" + path("server.log"), "--skip-networking",
                         "--skip-name-resolve", "--performance-schema=OFF", "--character-set-server=gbk",
                         "--collation-server=gbk_chinese_ci", "--innodb-buffer-pool-size=32M",
-                        "--innodb-log-buffer-size=2M", "--innodb-log-file-size=32M", "--key-buffer-size=1M",
+                        "--innodb-log-buffer-size=2M", logSize, "--key-buffer-size=1M",
                         "--aria-pagecache-buffer-size=8M", "--query-cache-size=0", "--max-connections=64",
                         "--table-open-cache=400", "--tmp-table-size=8M", "--max-heap-table-size=8M",
                         "--max-allowed-packet=64M", "--wait-timeout=31536000",

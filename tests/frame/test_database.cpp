@@ -1,5 +1,6 @@
 #include <QSet>
 #include <QSqlDatabase>
+#include <stdexcept>
 
 #include "platform/sql/Sql.h"
 #include "tests/frame/ServerFixture.h"
@@ -274,6 +275,20 @@ TEST_F(SaveAs, FailureRemovesTheNewProjectAndReturnsToTheOld) {
     EXPECT_EQ(count("RTYPE", tables::ruleConnection), 3);
     EXPECT_FALSE(hasDatabase("Q") || hasDatabase("QTEMRLYRULE"));
     EXPECT_FALSE(QSqlDatabase::contains(tables::oldRelayConnection));
+}
+
+TEST_F(SaveAs, EndedInTheMiddleLeavesNothingThatLooksWhole) {
+    fillOldAndMakeNew();
+    WinDockFeedback::setReceiver([](const char* text, int) {
+        if (QString::fromUtf8(text) == "另存数据表RLY_RUD成功!") throw std::runtime_error("killed");
+    });
+    EXPECT_THROW(database.SaveAsDb("P", "Q"), std::runtime_error);
+    WinDockFeedback::setReceiver([this](const char* text, int) { errors << QString::fromUtf8(text); });
+    EXPECT_FALSE(database.ConnectDB("Q", {}, true));
+    EXPECT_EQ(errors.last(), "数据库Q没有建立完整，不能打开，请删除后重新建立");
+    EXPECT_FALSE(database.ConnectDB("QTEMRLYRULE", {}, true));
+    ASSERT_TRUE(database.ConnectToBaseDb("P"));
+    EXPECT_EQ(count("RLY_RUD") + count("RLY_RDZTEM"), 3);
 }
 
 TEST_F(SaveAs, WithEqualOrUnknownNamesTouchesNothing) {
