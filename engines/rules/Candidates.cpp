@@ -44,6 +44,13 @@ std::vector<QuantityAsked> quantitiesAsked(std::span<const RuleVariable> variabl
     return asked;
 }
 
+/// Only currents are asked for and all are zero. A voltage of zero is a value like any other.
+bool bringsNoCurrent(const std::vector<QuantityAsked>& asked, const std::vector<double>& values) {
+    constexpr int kLastCurrent = 9;
+    const bool currents = std::ranges::all_of(asked, [](const QuantityAsked& q) { return q.vType <= kLastCurrent; });
+    return currents && std::ranges::all_of(values, [](double v) { return v == 0; });
+}
+
 }  // namespace
 
 double settingOf(const StudyRelay& relay, int vType) {
@@ -112,8 +119,10 @@ void CandidateFinder::faultsUnder(int sysNo, const FaultCases& cases, Variables 
         if (touches(outage, rule.relay.place.branch)) continue;
         for (const FaultCase& fault : cases.faults) {
             if (exclude(outage, fault)) continue;
-            Candidate candidate{{0, fault.number, outage.number, 0, sysNo}, {}, {}};
-            candidate.values = calculation_.quantities(sysNo, outage, fault, rule.relay.place, asked).values;
+            Candidate candidate{{0, fault.number, outage.number, 0, sysNo}, {}, {}, false};
+            QuantitiesSeen seen = calculation_.quantities(sysNo, outage, fault, rule.relay.place, asked);
+            candidate.unseen = seen.dead || bringsNoCurrent(asked, seen.values);
+            candidate.values = std::move(seen.values);
             found.push_back(std::move(candidate));
         }
     }
@@ -148,7 +157,7 @@ double CandidateFinder::branchValue(int vType, const AdjacentBranch& branch, con
 
 Candidate CandidateFinder::branchCandidate(const AdjacentBranch& branch, Variables variables, const RuleInHand& rule) {
     const exchange::BranchEdge& edge = sections_.edge(branch.edge);
-    Candidate candidate{{0, edge.iNo, edge.jNo, edge.idNo, 0}, {}, {}};
+    Candidate candidate{{0, edge.iNo, edge.jNo, edge.idNo, 0}, {}, {}, false};
     for (const RuleVariable& v : variables) candidate.values.push_back(branchValue(v.vType, branch, rule.relay));
     return candidate;
 }
@@ -165,7 +174,7 @@ std::vector<Candidate> CandidateFinder::branches(const std::vector<AdjacentBranc
 std::vector<Candidate> CandidateFinder::relays(Variables variables, const RuleInHand& rule) {
     std::vector<Candidate> candidates;
     for (const AdjacentRelay& adjacent : sections_.relaysBehind(rule.relay)) {
-        Candidate candidate{{0, adjacent.relay->rno, 0, 0, 0}, {}, {}};
+        Candidate candidate{{0, adjacent.relay->rno, 0, 0, 0}, {}, {}, false};
         for (const RuleVariable& v : variables)
             candidate.values.push_back(isRelaySetting(v.vType) ? settingOf(*adjacent.relay, v.vType)
                                                                : branchValue(v.vType, adjacent.branch, rule.relay));

@@ -25,7 +25,8 @@ struct Choice {
 struct Candidate {
     Choice choice;
     std::vector<double> values;
-    std::string lack;  ///< why it is none after all; empty when every variable has a value
+    std::string lack;     ///< why it is none after all; empty when every variable has a value
+    bool unseen = false;  ///< a fault that no source feeds, or that brings the relay none of the currents asked for
 };
 
 /// One rule of one relay part with what its section of the input gives.

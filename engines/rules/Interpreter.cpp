@@ -69,12 +69,6 @@ Outcome runLines(const Mode& mode, Registers& registers) {
     return selected;
 }
 
-/// A fault that the relay does not see at all says nothing about the smallest quantity.
-bool isUnseen(const Mode& mode, const Candidate& candidate) {
-    const bool smallestFault = modeClass(mode.number) == ModeClass::Faults && mode.selects() == 2;
-    return smallestFault && std::ranges::all_of(candidate.values, [](double v) { return v == 0; });
-}
-
 /// Chooses among candidates: keeps the best so far and why the last refused one was refused.
 class Selection {
   public:
@@ -82,7 +76,7 @@ class Selection {
 
     void offer(const Candidate& candidate) {
         if (!candidate.lack.empty()) return refuse(candidate.lack);
-        if (isUnseen(mode_, candidate)) return refuse("a fault that the relay does not see");
+        if (candidate.unseen && mode_.selects() == 2) return refuse("a fault that the relay does not see");
         Registers registers = before_;
         setInputs(mode_, candidate, registers);
         const Outcome outcome = runLines(mode_, registers);
