@@ -16,6 +16,10 @@ std::string formatFault(const std::string& indent, int lead, const FaultRow& row
 FaultRow parseFault(const Fields& fields) {
     FaultRow row{fields.whole(1), fields.whole(2), fields.whole(3),   fields.whole(4),
                  fields.whole(5), fields.whole(6), fields.numeral(7), fields.numeral(8)};
+    const bool fault = row.mType >= 1 && row.mType <= 19;
+    const bool outage = row.mType >= 21 && row.mType <= 40;
+    if (!fault && !outage)
+        fields.fail("the number of a fault lies between 1 and 19, that of an outage between 21 and 40");
     if (row.kLoc < 0 || row.kLoc > 100) fields.fail("the place of a fault lies between 0 and 100 percent");
     if (row.fType < 1 || row.fType > 7) fields.fail("the kind of a fault lies between 1 and 7");
     return row;

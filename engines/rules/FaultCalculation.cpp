@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "engines/faults/Places.h"
+
 namespace engines {
 
 namespace {

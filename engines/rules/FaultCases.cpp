@@ -10,8 +10,6 @@
 
 namespace engines {
 
-bool isSeries(FaultKind kind) { return kind >= FaultKind::OpenABC; }
-
 bool touches(const FaultCase& faultCase, BranchIndex branch) {
     if (branch.value < 0) return false;
     return std::ranges::any_of(faultCase.conditions, [&](const Condition& c) { return c.branch == branch; });
@@ -40,15 +38,6 @@ struct Reading {
     [[noreturn]] void fail(const std::string& what) const { throw exchange::FormatError(file, 0, where + ": " + what); }
 };
 
-void checkRow(const exchange::FaultRow& row, const Reading& reading) {
-    const bool fault = row.mType >= 1 && row.mType <= 19;
-    const bool outage = row.mType >= 21 && row.mType <= 40;
-    if (!fault && !outage)
-        reading.fail("fault number " + std::to_string(row.mType) + " is neither a fault nor an outage");
-    if (row.kLoc < 0 || row.kLoc > 100) reading.fail("place " + std::to_string(row.kLoc) + " is not 0 to 100 percent");
-    if (row.fType < 1 || row.fType > 7) reading.fail("unknown kind of fault " + std::to_string(row.fType));
-}
-
 bool isBusRow(const exchange::FaultRow& row) { return row.iNo == row.jNo; }
 
 /// Place of the row; nothing when the network does not have it.
@@ -69,7 +58,6 @@ std::optional<Condition> placed(const exchange::FaultRow& row, const Reading& re
 }
 
 std::optional<Condition> condition(const exchange::FaultRow& row, const Reading& reading) {
-    checkRow(row, reading);
     std::optional<Condition> result = placed(row, reading);
     if (!result) return result;
     result->kind = static_cast<FaultKind>(row.fType);

@@ -28,11 +28,10 @@ struct FaultCases {
 /// Groups rows by their number, in rising order. A fault or outage with a row at a branch or bus that the network does
 /// not have is left out whole, with a note.
 /// \param where  what the rows belong to, for messages
-/// \throws exchange::FormatError for a number, place, kind or impedance outside its range
+/// \throws exchange::FormatError for an impedance that is no number and an open at a bus
 FaultCases faultCases(const Network& network, std::span<const exchange::FaultRow> rows, const std::string& file,
                       const std::string& where, Notes& notes);
 
-bool isSeries(FaultKind kind);
 bool touches(const FaultCase& faultCase, BranchIndex branch);
 /// An outage and a fault of the same branch exclude each other.
 bool exclude(const FaultCase& outage, const FaultCase& fault);
