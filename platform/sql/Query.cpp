@@ -46,7 +46,7 @@ bool Query::exec(const QString& text, const QVariantList& values) {
     Session session(connection_);
     error_.clear();
     if (!session.ready(&error_)) {
-        if (!error_.isEmpty()) tell(error_);
+        if (session.lossIsNews()) tell(error_);
         return false;
     }
     const auto statement =
@@ -57,7 +57,7 @@ bool Query::exec(const QString& text, const QVariantList& values) {
     const QSqlError error = query_.lastError();
     if (!session.wasLost(error)) return fail(error.databaseText(), *statement);
     error_ = "与数据库服务器的连接中断：" + error.databaseText();
-    tell(error_);
+    if (session.lossIsNews()) tell(error_);
     return false;
 }
 

@@ -3,6 +3,7 @@
 #include <QSqlDriver>
 #include <QVariant>
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 
 #include "platform/server/Server.h"
@@ -14,9 +15,17 @@ namespace {
 constexpr const char* depthName = "transactionDepth";
 constexpr const char* doomedName = "transactionDoomed";
 constexpr const char* toldName = "lossTold";
+constexpr const char* waitName = "noAttemptBefore";
+enum Doom { kept, toUndo, broken };
+constexpr int retrySeconds = 3;
 
 // The codes of client and server that say: this connection does not exist any more.
 constexpr int lossCodes[] = {2002, 2003, 2006, 2013, 2055, 1053, 1927, 1152, 1158, 1159, 1160, 1161};
+
+int seconds() {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<int>(std::chrono::duration_cast<std::chrono::seconds>(now).count());
+}
 
 QString nameOf(const QString& connection) {
     return connection.isEmpty() ? QString::fromLatin1(QSqlDatabase::defaultConnection) : connection;
@@ -28,45 +37,48 @@ Session::Session(const QString& connection)
     : connection_(connection), database_(QSqlDatabase::database(nameOf(connection), false)) {}
 
 bool Session::ready(QString* error) {
-    if (!database_.isValid()) {
-        *error = "没有数据库连接" + connection_;
-        return false;
-    }
-    if (database_.isOpen()) return true;
-    if (state(depthName) > 0) return false;
+    const bool brokenInside = !isOutside() && (state(doomedName) == broken || !database_.isOpen());
+    if (database_.isOpen() && !brokenInside) return true;
+    *error = database_.isValid() ? QStringLiteral("没有与数据库服务器的连接") : "没有数据库连接" + connection_;
+    if (!database_.isValid() || brokenInside || seconds() < state(waitName)) return false;
     if (server::reopenConnection(connection_, error)) {
         setState(toldName, 0);
         return true;
     }
-    if (state(toldName) != 0) error->clear();
-    setState(toldName, 1);
+    setState(waitName, seconds() + retrySeconds);
     return false;
+}
+
+bool Session::lossIsNews() {
+    if (!database_.isValid()) return true;
+    const bool told = state(toldName) != 0;
+    setState(toldName, 1);
+    return !told;
 }
 
 bool Session::wasLost(const QSqlError& error) {
     const int code = error.nativeErrorCode().toInt();
     if (std::find(std::begin(lossCodes), std::end(lossCodes), code) == std::end(lossCodes)) return false;
     database_.close();
-    setState(doomedName, 1);
-    setState(toldName, 1);
+    setState(doomedName, broken);
+    setState(waitName, 0);
     return true;
 }
 
-bool Session::isOutside() const { return state(depthName) == 0; }
+bool Session::isOutside() const { return !database_.isValid() || state(depthName) == 0; }
 
-void Session::enterTransaction() {
-    if (isOutside()) setState(doomedName, 0);
+void Session::enterTransaction(bool begun) {
+    if (isOutside()) setState(doomedName, begun ? kept : broken);
     setState(depthName, state(depthName) + 1);
 }
 
 bool Session::leaveTransaction(bool keep) {
-    const int depth = state(depthName) - 1;
-    setState(depthName, depth);
-    if (!keep) setState(doomedName, 1);
-    return depth == 0;
+    setState(depthName, state(depthName) - 1);
+    if (!keep && !isDoomed()) setState(doomedName, toUndo);
+    return isOutside();
 }
 
-bool Session::isDoomed() const { return state(doomedName) != 0; }
+bool Session::isDoomed() const { return state(doomedName) != kept; }
 
 int Session::state(const char* name) const { return database_.driver()->property(name).toInt(); }
 

@@ -16,14 +16,18 @@ class Session {
     [[nodiscard]] const QSqlDatabase& database() const { return database_; }
 
     /// Opens a lost connection again. Not inside a transaction: its first half is gone, so its second must not run.
-    /// \return false when no statement can run; `error` stays empty when that was told before
+    /// After a vain attempt the next one waits a moment, so that a long loop does not wait for each of its statements.
+    /// \return false, with the reason in `error`, when no statement can run
     bool ready(QString* error);
+    /// Whether the user is to be told that the connection is gone: once for each loss.
+    bool lossIsNews();
     /// Whether an error means that the server is gone; the connection is then closed.
     bool wasLost(const QSqlError& error);
 
     /// Nested transactions join the outer one.
     [[nodiscard]] bool isOutside() const;
-    void enterTransaction();
+    /// \param begun  false: nothing is to run until the transaction ends, since it would stay for good
+    void enterTransaction(bool begun);
     /// \param keep  false: what was done is to be undone
     /// \return whether this was the outermost
     bool leaveTransaction(bool keep);

@@ -75,7 +75,7 @@ struct Column {
 struct Layout {
     QString name;
     QVector<Column> columns{};
-    QStringList keys{};                           ///< "PRIMARY KEY(RNo)", "INDEX(ID_Name,I_Name)"
+    QStringList keys{};                         ///< "PRIMARY KEY(RNo)", "INDEX(ID_Name,I_Name)"
     [[nodiscard]] QString columnsText() const;  ///< the bracketed text behind CREATE TABLE <name>
     [[nodiscard]] QStringList columnNames() const;
 };

@@ -6,9 +6,10 @@ namespace sql {
 Transaction::Transaction(const QString& connection) : connection_(connection) {
     Session session(connection_);
     if (!session.database().isValid()) return;
-    // The connection is opened again before the transaction counts as begun, not inside it.
-    open_ = !session.isOutside() || Query(connection_).exec("START TRANSACTION");
-    if (open_) session.enterTransaction();
+    // An idle connection may have been lost unnoticed: the second attempt opens it again.
+    const auto begin = [this] { return Query(connection_).exec("START TRANSACTION"); };
+    session.enterTransaction(!session.isOutside() || begin() || begin());
+    open_ = true;
 }
 
 Transaction::~Transaction() {

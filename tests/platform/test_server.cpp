@@ -141,6 +141,55 @@ TEST_F(Server, DoesNotRunTheSecondHalfOfABrokenTransaction) {
     EXPECT_EQ(sql::scalar({}, "SELECT COUNT(*) FROM kept", {}, -1).toInt(), 0);
 }
 
+TEST_F(Server, RunsNothingOfATransactionThatCouldNotBegin) {
+    const auto held = hold();
+    ASSERT_TRUE(held && open("mysql"));
+    ASSERT_TRUE(sql::Query().exec("CREATE TABLE kept (a int)"));
+    const auto kill = [this] {
+        ::kill(static_cast<pid_t>(folders.processId()), SIGKILL);
+        folders.waitUntilDown();
+    };
+    const auto insertTwo = [] {
+        sql::Query().exec("INSERT INTO kept VALUES (1)");
+        sql::Query().exec("INSERT INTO kept VALUES (2)");
+    };
+    kill();
+    {
+        sql::Transaction whole;
+        insertTwo();
+        EXPECT_TRUE(whole.commit()) << "the server is back by then";
+    }
+    kill();
+    server::Settings absent = held->settings();
+    absent.program = "/nonexistent/mariadbd";
+    server::setCurrent(absent);
+    {
+        sql::Transaction whole;
+        server::setCurrent(held->settings());
+        insertTwo();
+        EXPECT_FALSE(whole.commit());
+    }
+    QString error;
+    ASSERT_TRUE(server::reopenConnection({}, &error)) << error.toStdString();
+    EXPECT_EQ(sql::scalar({}, "SELECT COUNT(*) FROM kept", {}, -1).toInt(), 2);
+}
+
+TEST_F(Server, TellsALossOnceHoweverManyStatementsFail) {
+    auto held = hold();
+    ASSERT_TRUE(held && open("mysql"));
+    held.reset();
+    folders.waitUntilDown();
+    server::Settings unreachable;
+    unreachable.embedded = false;
+    server::setCurrent(unreachable);
+    sql::Query query;
+    for (int i = 0; i < 20; ++i) EXPECT_FALSE(query.exec("SELECT 1"));
+    EXPECT_EQ(dock.lines.size(), 1) << dock.lines.join('\n').toStdString();
+    EXPECT_EQ(query.errorText(), "没有与数据库服务器的连接");
+    EXPECT_FALSE(sql::Query("nobody").exec("SELECT 1"));
+    EXPECT_EQ(dock.lines.last(), "没有数据库连接nobody");
+}
+
 TEST_F(Server, SurvivesTheDeathOfItsKeeper) {
     const auto held = hold();
     ASSERT_TRUE(held && open("mysql"));
