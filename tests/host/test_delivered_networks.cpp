@@ -3,6 +3,7 @@
 #include <complex>
 #include <filesystem>
 #include <map>
+#include <set>
 
 #include "exchange/NetworkFiles.h"
 #include "exchange/RealTimeNameFile.h"
@@ -13,6 +14,7 @@
 #include "platform/netmodel/TP.h"
 #include "platform/rtdb/Records.h"
 #include "tests/host/HostFixture.h"
+#include "tests/host/SampleNetwork.h"
 
 namespace {
 
@@ -21,7 +23,10 @@ class DeliveredNetwork : public HostFixture {
   protected:
     void store(const std::filesystem::path& input) {
         import::Report report;
-        model = import::read(input, {}, report);
+        store(import::read(input, {}, report));
+    }
+    void store(const host::NetworkModel& delivered) {
+        model = delivered;
         ASSERT_TRUE(host::storeNetwork(model)) << messages.join('\n').toStdString();
     }
     /// \param number  load-flow case; 0: the scheme
@@ -121,6 +126,22 @@ TEST_F(DeliveredNetwork, TheDemosSecondSchemeDiffersByWhatItNames) {
     std::size_t linesOut = 0;
     for (const auto& change : model.schemes[1].changes) linesOut += change.table == "line" && !change.inService;
     EXPECT_EQ(convert().lines.size(), model.lines.size() - linesOut);
+}
+
+TEST_F(DeliveredNetwork, NamesThatFilesStumbleOverReachTheExecutables) {
+    store(sample::network());
+    transfer(4, sample::kBase);
+    const auto network = convert();
+    ASSERT_EQ(network.generators.size(), 1U);
+    EXPECT_EQ(network.generators[0].name, sql::toGbk(QString::fromStdString(sample::kGenerator)).toStdString());
+    std::set<QString> names;
+    for (const auto& bus : network.buses) names.insert(sql::fromGbk(QByteArray::fromStdString(bus.name)));
+    for (const auto& name :
+         {sample::kBarA, sample::kBarB, sample::kGeneratorNode, sample::kMiddleNode, sample::kStar}) {
+        EXPECT_TRUE(names.contains(QString::fromStdString(name))) << name;
+    }
+    EXPECT_EQ(network.mutuals.size(), 1U);
+    EXPECT_EQ(network.transformers.size(), 5U);
 }
 
 }  // namespace

@@ -1,4 +1,7 @@
+#include <signal.h>
 #include <sqlite3.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QFile>
 
@@ -145,6 +148,34 @@ TEST_F(RealTime, RefusesADamagedForeignOrNewerFileInOneSentence) {
         EXPECT_EQ(dbDatabase::current(), nullptr);
     }
     EXPECT_TRUE(other.open(file(), &error)) << error.toStdString();
+}
+
+TEST_F(RealTime, AProgramKilledInTheMiddleOfAChangeLeavesWhatWasCommitted) {
+    insertNodes(realTime, {"甲", "乙"});
+    ASSERT_TRUE(realTime.commit());
+    realTime.close();
+    const pid_t child = fork();
+    if (child == 0) {
+        dbDatabase other;
+        other.open(file());
+        dbCursor<norvdb::nd> cursor(other, dbCursorForUpdate);
+        cursor.removeAll();
+        norvdb::nd node;
+        for (int k = 0; k < 100000; ++k) {  // more than is kept in memory, so that the file itself has changed
+            node.id = QString::number(k);
+            cursor.insert(node);
+        }
+        kill(getpid(), SIGKILL);
+    }
+    ASSERT_GT(child, 0);
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status));
+    ASSERT_TRUE(QFile::exists(file() + "-journal"));
+    QString error;
+    ASSERT_TRUE(realTime.open(file(), &error)) << error.toStdString();
+    EXPECT_EQ(records<norvdb::nd>().size(), 2U);
+    EXPECT_EQ(nodesOutside(file()), 2);
 }
 
 }  // namespace
