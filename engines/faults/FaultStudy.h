@@ -19,6 +19,7 @@ enum class FaultKind {
     OpenA = 6,
     OpenBC = 7,
 };
+constexpr bool isSeries(FaultKind kind) { return kind >= FaultKind::OpenABC; }
 
 /// A condition at a place of a branch. `group` tells which rows stand at one place by intention (their fault number):
 /// an open and a shunt of one group at one place of one branch: the open lies between the fault and the nearer end.

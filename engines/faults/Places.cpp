@@ -41,8 +41,6 @@ Port portOf(const Network& network, std::span<const Condition> conditions, const
 
 bool isOpen(Complex z) { return std::abs(z.real()) >= kOpen || std::abs(z.imag()) >= kOpen; }
 
-bool isSeries(FaultKind kind) { return kind >= FaultKind::OpenABC; }
-
 int Places::fault() const {
     int found = -1;
     for (int p = 0; p < static_cast<int>(ports.size()); ++p) {

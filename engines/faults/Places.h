@@ -40,7 +40,6 @@ struct Places {
 
 /// 99999.9999 and what its printed forms read as.
 bool isOpen(Complex z);
-bool isSeries(FaultKind kind);
 
 /// A shunt at 0 or 100 percent is at the bus, unless an open of its own group stands there.
 Places placesOf(const Network& network, std::span<const Condition> conditions);
