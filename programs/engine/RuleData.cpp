@@ -3,10 +3,9 @@
 #include <algorithm>
 
 #include "platform/sql/Sql.h"
+#include "programs/frame/TableNames.h"
 
 namespace {
-
-const char kRuleConnection[] = "RLYRULE";
 
 std::string ascii(const QString& text) { return text.toStdString(); }
 
@@ -19,7 +18,7 @@ const Rows& rowsOf(const QHash<int, Rows>& all, int key) {
 
 QHash<int, std::vector<TemplateFault>> readTemplate(const QString& table) {
     QHash<int, std::vector<TemplateFault>> templates;
-    sql::Query q(kRuleConnection);
+    sql::Query q(tables::ruleConnection);
     q.exec("SELECT PatNo,LType,K_Loc,FType,R,X FROM " + table);
     while (q.next()) templates[q.number(0)].push_back({q.number(1), q.number(2), q.number(3), q.real(4), q.real(5)});
     return templates;
@@ -49,7 +48,7 @@ std::shared_ptr<const RuleData> RuleData::read() {
 }
 
 void RuleData::readRules() {
-    sql::Query q(kRuleConnection);
+    sql::Query q(tables::ruleConnection);
     q.exec("SELECT RuleNo,NumMode,NVarin,NPar,NRule,NOutPut,Note,SFlg,PRTypeNo FROM RULEINF ORDER BY RuleNo");
     while (q.next()) {
         SettingRule rule;
@@ -64,14 +63,14 @@ void RuleData::readRules() {
         rule.prTypeNo = q.number(8);
         rules_.insert(rule.block.ruleNo, rule);
     }
-    sql::Query out(kRuleConnection);
+    sql::Query out(tables::ruleConnection);
     out.exec("SELECT RuleNo,CDz FROM VAROUT ORDER BY RuleNo,DzNo ASC");
     while (out.next())
         if (auto it = rules_.find(out.number(0)); it != rules_.end()) it->outputs.append(out.text(1));
 }
 
 void RuleData::readModes() {
-    sql::Query q(kRuleConnection);
+    sql::Query q(tables::ruleConnection);
     q.exec("SELECT RuleNo,ModeNo,SelVar1,SelVar2,A,B,Nop,Y,Consel FROM MODEINF ORDER BY RuleNo,ModeNo,ItemNo");
     while (q.next()) {
         const auto it = rules_.find(q.number(0));
@@ -80,19 +79,19 @@ void RuleData::readModes() {
                                        exchange::modeOperandCode(ascii(q.text(3))), q.real(4), q.real(5), q.number(6),
                                        q.number(7), q.number(8)});
     }
-    sql::Query t(kRuleConnection);
+    sql::Query t(tables::ruleConnection);
     t.exec("SELECT RuleNo,ModeNo,PatNo FROM RMU ORDER BY RuleNo,ModeNo");
     while (t.next())
         if (auto it = rules_.find(t.number(0)); it != rules_.end()) it->templates.push_back({t.number(1), t.number(2)});
 }
 
 void RuleData::readFormulas() {
-    sql::Query v(kRuleConnection);
+    sql::Query v(tables::ruleConnection);
     v.exec("SELECT RuleNo,VarNo,ModeNo,VType,VPos FROM VARIN ORDER BY RuleNo,ModeNo,VarNo");
     while (v.next())
         if (auto it = rules_.find(v.number(0)); it != rules_.end())
             it->block.variables.push_back({v.number(1), v.number(2), v.number(3), v.number(4)});
-    sql::Query q(kRuleConnection);
+    sql::Query q(tables::ruleConnection);
     q.exec("SELECT RuleNo,X1,X2,A,B,Nop,Y FROM RULE ORDER BY RuleNo,Line_No");
     while (q.next())
         if (auto it = rules_.find(q.number(0)); it != rules_.end())
@@ -102,7 +101,7 @@ void RuleData::readFormulas() {
 }
 
 void RuleData::readParameters() {
-    sql::Query q(kRuleConnection);
+    sql::Query q(tables::ruleConnection);
     q.exec("SELECT RuleNo,ParNo,K FROM PARAINF ORDER BY RuleNo,ParNo ASC,KNo ASC");
     int lastRule = -1, lastVector = -1;
     while (q.next()) {
@@ -117,7 +116,7 @@ void RuleData::readParameters() {
 }
 
 void RuleData::readTypes() {
-    sql::Query q(kRuleConnection);
+    sql::Query q(tables::ruleConnection);
     q.exec("SELECT RTypeNo,RType,NPart,RTypeCode,DzNo,Cdz,VType FROM RTYPE ORDER BY RTypeNo,DzNo");
     while (q.next()) {
         RelayType& type = types_[q.number(0)];
@@ -126,13 +125,13 @@ void RuleData::readTypes() {
         type.code = q.text(3);
         type.settings.push_back({q.number(4), q.text(5), q.number(6)});
     }
-    sql::Query r(kRuleConnection);
+    sql::Query r(tables::ruleConnection);
     r.exec("SELECT DISTINCT RTypeNo,RPartNo,RuleNo FROM RTYPERULE ORDER BY RTypeNo,RPartNo,RuleNo");
     while (r.next()) {
         std::vector<int>& rules = rulesOfType_[r.number(0)];
         if (std::find(rules.begin(), rules.end(), r.number(2)) == rules.end()) rules.push_back(r.number(2));
     }
-    sql::Query k(kRuleConnection);
+    sql::Query k(tables::ruleConnection);
     k.exec("SELECT RTypeNo,PNo,Cdz,RuleNo,DRuleNo,KlmFlg FROM USEFKLM ORDER BY RTypeNo,PNo,Cdz");
     while (k.next()) checks_[k.number(0)].push_back({k.number(1), k.text(2), k.number(3), k.number(4), k.number(5)});
 }

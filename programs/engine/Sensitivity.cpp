@@ -6,6 +6,7 @@
 #include "programs/engine/BulkUpdate.h"
 #include "programs/engine/CRelayInputCal.h"
 #include "programs/frame/Messages.h"
+#include "programs/frame/TableNames.h"
 
 namespace {
 
@@ -42,7 +43,7 @@ double CalSensitivity(int rTypeNo, int rno, int pno, const QString& cdz, double 
     sql::Query q;
     q.exec("SELECT RFault1,RFault2,Flg FROM RLY_RKLMTEM_TEM WHERE RNo=? AND PNo=? AND CDz=?", {rno, pno, cdz});
     if (!q.next()) return kNone;
-    sql::Query k("RLYRULE");
+    sql::Query k(tables::ruleConnection);
     k.exec("SELECT KlmFlg FROM USEFKLM WHERE RTypeNo=? AND PNo=? AND CDz=?", {rTypeNo, pno, cdz});
     return sensitivityOf(q.real(0), q.real(1), q.number(2), k.next() ? k.number(0) : 0, value);
 }
