@@ -1,10 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <cmath>
-#include <cstdlib>
-#include <filesystem>
 
 #include "exchange/ControlFile.h"
 #include "exchange/FileNames.h"
@@ -17,6 +14,8 @@
 #include "exchange/RuleFile.h"
 #include "exchange/TextFile.h"
 #include "exchange/VirtualRelayFile.h"
+#include "tests/TemporaryDirectory.h"
+#include "tests/engines/EngineRun.h"
 
 /// HALDERN.EXE on a line of three buses fed from one side: G (j0.2, zero j0.1) -- line 1 (j0.1) -- line 2 (j0.05), zero
 /// sequence three times as much, 220 kV. Everything can be computed by hand.
@@ -74,12 +73,10 @@ std::vector<exchange::RuleBlock> rules() {
     return {current, distance, transformer};
 }
 
-class Haldern : public testing::Test {
+class Haldern : public TemporaryDirectory {
   protected:
     void SetUp() override {
-        const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-        directory = std::filesystem::temp_directory_path() / ("morvane_haldern_" + name + std::to_string(getpid()));
-        std::filesystem::create_directories(directory);
+        TemporaryDirectory::SetUp();
         exchange::writeNetwork(directory, network());
         write(file::kControl, exchange::format(exchange::Control{1, 0, 0, 0}));
         write(file::kRelays, exchange::format(relay(11, 2, 3, 1, {"0", "0", "0", "0"})) +
@@ -93,7 +90,6 @@ class Haldern : public testing::Test {
         for (const auto& rule : rules()) text += exchange::format(rule);
         write(file::kRules, text);
     }
-    void TearDown() override { std::filesystem::remove_all(directory); }
 
     static exchange::RelayRules group() {
         const std::vector<exchange::RuleFault> faults{{1, {1, 1, 2, 3, 100, 2, "0", "0"}},
@@ -107,19 +103,19 @@ class Haldern : public testing::Test {
     void write(const char* name, const std::string& bytes) { ASSERT_TRUE(exchange::write(directory / name, bytes)); }
     std::string read(const char* name) const { return exchange::readAll(directory / name); }
     int run() {
-        const std::string command =
-            "cd '" + directory.string() + "' && '" MORVANE_BIN_DIR "/HALDERN.EXE' > said.out 2> said.err";
-        return WEXITSTATUS(std::system(command.c_str()));
+        const EngineRun ended = runEngine(file::kEngineProgram, directory);
+        said = ended.error;
+        return ended.status;
     }
     std::string allResults() const {
         return read(file::kSettingResults) + read(file::kFaultResults) + read(file::kCoefficients) +
                read(file::kVariableResults);
     }
-    std::filesystem::path directory;
+    std::string said;  ///< on standard error, by the last run
 };
 
 TEST_F(Haldern, ComputesWhatAHandComputes) {
-    ASSERT_EQ(run(), 0) << read("said.err");
+    ASSERT_EQ(run(), 0) << said;
     const auto settings = exchange::parseSettingResults(read(file::kSettingResults));
     ASSERT_EQ(settings.size(), 3u);
     // One phase to ground: Z1 = Z2 = j0.3, Z0 = j0.4. Two phases to ground: I0 = I1 Z2 / (Z2 + Z0).
@@ -132,7 +128,7 @@ TEST_F(Haldern, ComputesWhatAHandComputes) {
     EXPECT_NEAR(settings[1].values.at(0), 0.85 * 0.1 * kOhm + 0.8 * 20, 1e-6) << "radial: the coefficient is 1";
     EXPECT_NEAR(settings[1].values.at(1), 0.3, 1e-12);
     EXPECT_EQ(settings[2].ruleNo, 0);
-    EXPECT_THAT(read("said.err"),
+    EXPECT_THAT(said,
                 HasSubstr("relay 11, part 1, rule 1102: no result: line 1: I1 has no value; mode 21 has no candidate"));
 
     EXPECT_EQ(read(file::kFaultResults),
@@ -181,7 +177,6 @@ TEST_F(Haldern, AFaultyInputEndsWithOneLineAndLeavesNoOldResults) {
         if (!c.bytes.empty()) write(c.name, c.bytes);
         write(file::kSettingResults, "1, 11, 1, 3101, 5, \r\n");
         EXPECT_NE(run(), 0) << c.name;
-        const std::string said = read("said.err");
         EXPECT_THAT(said, HasSubstr(c.said));
         EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
         EXPECT_EQ(allResults(), "") << c.name;
@@ -197,10 +192,8 @@ TEST_F(Haldern, WhatTheNetworkDoesNotHaveIsLeftOutAndTold) {
           exchange::format(rules) + exchange::format(exchange::RelayRules{13, 1, {{1102, 0, {}, true, {}}}}));
     ASSERT_EQ(run(), 0);
     EXPECT_EQ(exchange::parseSettingResults(read(file::kSettingResults)).at(0).ruleNo, 3101);
-    EXPECT_THAT(read("said.err"),
-                HasSubstr("fault number 3 is left out: the network has no branch 77 between 2 and 3"));
-    EXPECT_THAT(read("said.err"),
-                HasSubstr("relay 13, part 1, rule 1102: no result: RELAY.R1 does not have the relay"));
+    EXPECT_THAT(said, HasSubstr("fault number 3 is left out: the network has no branch 77 between 2 and 3"));
+    EXPECT_THAT(said, HasSubstr("relay 13, part 1, rule 1102: no result: RELAY.R1 does not have the relay"));
 }
 
 TEST_F(Haldern, AnOutageOfTheRestOfTheNetworkLeavesNoCandidate) {
