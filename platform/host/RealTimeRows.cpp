@@ -23,151 +23,163 @@ QString suffix(int kind, bool shifter) {
     return shifter ? "_sf" : "_2w";
 }
 
+norvdb::un unitOf(sql::Query& q) {
+    norvdb::un u;
+    u.id = q.text(0);
+    u.node = q.text(1);
+    u.valid = q.number(2);
+    u.r1 = known(q, 3);
+    u.x1 = known(q, 4);
+    u.r0 = u.x0 = kUnknown;
+    u.rated_mva = q.real(5);
+    u.rated_kv = q.real(6);
+    u.p_mw = q.real(7);
+    u.q_mvar = q.real(8);
+    return u;
+}
+
+norvdb::ld loadOf(sql::Query& q) {
+    norvdb::ld l;
+    l.id = q.text(0);
+    l.node = q.text(1);
+    l.valid = q.number(2);
+    l.p_mw = q.real(3);
+    l.q_mvar = q.real(4);
+    return l;
+}
+
+norvdb::cp shuntOf(sql::Query& q) {
+    norvdb::cp s;
+    s.id = q.text(0);
+    s.node = q.text(1);
+    s.id_no = q.number(2);
+    s.valid = q.number(3);
+    s.x1 = known(q, 4);
+    s.r0 = s.x0 = kUnknown;
+    s.rated_mvar = q.real(5);
+    s.rated_kv = q.real(6);
+    return s;
+}
+
+norvdb::ln lineOf(sql::Query& q) {
+    norvdb::ln l;
+    l.id = q.text(0) + "_ac";
+    l.inode = q.text(1);
+    l.jnode = q.text(2);
+    l.id_no = q.number(3);
+    l.valid = q.number(4);
+    l.i_break = q.number(5);
+    l.j_break = q.number(6);
+    l.r1 = known(q, 7);
+    l.x1 = known(q, 8);
+    l.r0 = l.x0 = kUnknown;
+    l.length_km = q.real(9);
+    l.rated_a = q.real(10);
+    l.max_load_a = q.real(11);
+    return l;
+}
+
+norvdb::xf transformerOf(sql::Query& q) {
+    norvdb::xf t;
+    t.kind = q.number(5);
+    t.id = q.text(0) + suffix(t.kind, q.number(6));
+    t.inode = q.text(1);
+    t.jnode = q.text(2);
+    t.id_no = q.number(3);
+    t.valid = q.number(4);
+    t.r1 = known(q, 7);
+    t.x1 = known(q, 8);
+    t.r0 = t.x0 = kUnknown;
+    t.rated_mva = q.real(9);
+    t.rated_kv_i = q.real(10);
+    t.rated_kv_j = q.real(11);
+    t.max_load_a = q.real(12);
+    return t;
+}
+
+norvdb::cb switchOf(sql::Query& q) {
+    norvdb::cb s;
+    const bool breaker = q.number(3);
+    s.id = q.text(0) + (breaker ? "_brk" : "_sw");
+    s.inode = q.text(1);
+    s.jnode = q.text(2);
+    s.flags = breaker ? kBreaker : kSwitch;
+    s.closed = q.number(4);
+    return s;
+}
+
+norvdb::nd nodeOf(sql::Query& q) {
+    norvdb::nd n;
+    n.id = q.text(0);
+    n.node_type = q.number(1);
+    n.star = q.number(2);
+    n.flags = q.number(3) == 1 ? kBusNode : 0;
+    n.base_kv = q.real(4);
+    n.v_min_kv = q.real(5);
+    return n;
+}
+
+norvdb::bus barOf(sql::Query& q) {
+    norvdb::bus bar;
+    bar.id = bar.node = q.text(0);
+    return bar;
+}
+
 /// Fills the tables of one case.
 class CaseWriter {
   public:
     CaseWriter(dbDatabase& realTime, const QString& connection, int n)
         : realTime_(realTime), connection_(connection), number_(QString::number(n)) {}
 
-    bool write() { return units() && loads() && linesAndShunts() && transformers() && switches() && nodes(); }
+    bool write() { return oneEnded() && branches() && nodes(); }
 
   private:
     /// Makes a record of each row and inserts it. \return false when the table cannot be read or written
-    template <class Record, class Make>
-    bool each(const QString& select, const QString& table, Make make, const QString& order = {}) {
+    template <class Make>
+    bool each(const QString& select, const QString& table, Make make, const QString& rest = {}) {
         sql::Query query(connection_);
-        if (!query.exec("SELECT " + select + " FROM " + table + number_ + order)) return false;
-        dbCursor<Record> cursor(realTime_, dbCursorForUpdate);
+        if (!query.exec("SELECT " + select + " FROM " + table + number_ + rest)) return false;
+        dbCursor<decltype(make(query))> cursor(realTime_, dbCursorForUpdate);
         while (query.next()) {
             if (!cursor.insert(make(query))) return false;
         }
         return true;
     }
 
-    bool units() {
-        return each<norvdb::un>("ID_Name,Node_Name,Valid,R1,X1,MVA,kV,P_MW,Q_Mvar", "L5_", [this](sql::Query& q) {
-            norvdb::un u;
-            u.id = q.text(0);
-            u.node = q.text(1);
-            u.valid = q.number(2);
-            u.r1 = known(q, 3);
-            u.x1 = known(q, 4);
-            u.rated_mva = q.real(5);
-            u.rated_kv = q.real(6);
-            u.p_mw = q.real(7);
-            u.q_mvar = q.real(8);
-            connected_[u.node] |= kUnitAtNode;
-            return u;
-        });
-    }
-
-    bool loads() {
-        return each<norvdb::ld>("ID_Name,Node_Name,Valid,P_MW,Q_Mvar", "L6_", [this](sql::Query& q) {
-            norvdb::ld l;
-            l.id = q.text(0);
-            l.node = q.text(1);
-            l.valid = q.number(2);
-            l.p_mw = q.real(3);
-            l.q_mvar = q.real(4);
-            connected_[l.node] |= kLoadAtNode;
-            return l;
-        });
-    }
-
-    bool linesAndShunts() {
-        const QString lines = "ID_Name,I_Name,J_Name,ID_No,Valid,I_Break,J_Break,R1,X1,Length_km,Rated_A,Load_A";
-        const auto line = [](sql::Query& q) {
-            norvdb::ln l;
-            l.id = q.text(0) + "_ac";
-            l.inode = q.text(1);
-            l.jnode = q.text(2);
-            l.id_no = q.number(3);
-            l.valid = q.number(4);
-            l.i_break = q.number(5);
-            l.j_break = q.number(6);
-            l.r1 = known(q, 7);
-            l.x1 = known(q, 8);
-            l.r0 = l.x0 = kUnknown;
-            l.length_km = q.real(9);
-            l.rated_a = q.real(10);
-            l.max_load_a = q.real(11);
-            return l;
+    /// The same for an element that its node must know of.
+    template <class Make>
+    auto at(int flag, Make make) {
+        return [this, flag, make](sql::Query& query) {
+            auto record = make(query);
+            connected_[record.node] |= flag;
+            return record;
         };
-        const auto shunt = [this](sql::Query& q) {
-            norvdb::cp s;
-            s.id = q.text(0);
-            s.node = q.text(1);
-            s.id_no = q.number(2);
-            s.valid = q.number(3);
-            s.x1 = known(q, 4);
-            s.r0 = s.x0 = kUnknown;
-            s.rated_mvar = q.real(5);
-            s.rated_kv = q.real(6);
-            connected_[s.node] |= kShuntAtNode;
-            return s;
-        };
-        return each<norvdb::ln>(lines, "L2_", line, " WHERE NType=1 ORDER BY ID_No") &&
-               each<norvdb::cp>("ID_Name,I_Name,ID_No,Valid,X1,Mvar,kV", "L2_", shunt, " WHERE NType=3 ORDER BY ID_No");
     }
 
-    bool transformers() {
-        const QString columns = "ID_Name,I_Name,J_Name,ID_No,Valid,NType,Shifter,R1,X1,MVA,I_kV,J_kV,Load_A";
-        return each<norvdb::xf>(
-            columns, "L3_",
-            [](sql::Query& q) {
-                norvdb::xf t;
-                t.kind = q.number(5);
-                t.id = q.text(0) + suffix(t.kind, q.number(6));
-                t.inode = q.text(1);
-                t.jnode = q.text(2);
-                t.id_no = q.number(3);
-                t.valid = q.number(4);
-                t.r1 = known(q, 7);
-                t.x1 = known(q, 8);
-                t.r0 = t.x0 = kUnknown;
-                t.rated_mva = q.real(9);
-                t.rated_kv_i = q.real(10);
-                t.rated_kv_j = q.real(11);
-                t.max_load_a = q.real(12);
-                return t;
-            },
-            " ORDER BY ID_No");
+    bool oneEnded() {
+        return each("ID_Name,Node_Name,Valid,R1,X1,MVA,kV,P_MW,Q_Mvar", "L5_", at(kUnitAtNode, unitOf)) &&
+               each("ID_Name,Node_Name,Valid,P_MW,Q_Mvar", "L6_", at(kLoadAtNode, loadOf)) &&
+               each("ID_Name,I_Name,ID_No,Valid,X1,Mvar,kV", "L2_", at(kShuntAtNode, shuntOf),
+                    " WHERE NType=3 ORDER BY ID_No");
     }
 
-    bool switches() {
-        return each<norvdb::cb>("ID_Name,I_Name,J_Name,Breaker,Closed", "L7_", [](sql::Query& q) {
-            norvdb::cb s;
-            const bool breaker = q.number(3);
-            s.id = q.text(0) + (breaker ? "_brk" : "_sw");
-            s.inode = q.text(1);
-            s.jnode = q.text(2);
-            s.flags = breaker ? kBreaker : kSwitch;
-            s.closed = q.number(4);
-            return s;
-        });
+    bool branches() {
+        return each("ID_Name,I_Name,J_Name,ID_No,Valid,I_Break,J_Break,R1,X1,Length_km,Rated_A,Load_A", "L2_", lineOf,
+                    " WHERE NType=1 ORDER BY ID_No") &&
+               each("ID_Name,I_Name,J_Name,ID_No,Valid,NType,Shifter,R1,X1,MVA,I_kV,J_kV,Load_A", "L3_", transformerOf,
+                    " ORDER BY ID_No") &&
+               each("ID_Name,I_Name,J_Name,Breaker,Closed", "L7_", switchOf);
     }
 
     /// Last, since a node tells what is connected to it.
     bool nodes() {
-        dbCursor<norvdb::bus> bars(realTime_, dbCursorForUpdate);
-        bool barsWritten = true;
-        const bool nodesWritten =
-            each<norvdb::nd>("Node_Name,NodeType,Star,ISPhyBus,Base_kV,Vmin_kV", "L1_", [&](sql::Query& q) {
-                norvdb::nd n;
-                n.id = q.text(0);
-                n.node_type = q.number(1);
-                n.star = q.number(2);
-                n.flags = connected_.value(n.id) | (q.number(3) == 1 ? kBusNode : 0);
-                n.base_kv = q.real(4);
-                n.v_min_kv = q.real(5);
-                if (n.flags & kBusNode) {
-                    norvdb::bus bar;
-                    bar.id = bar.node = n.id;
-                    barsWritten = bars.insert(bar) && barsWritten;
-                }
-                return n;
-            });
-        return nodesWritten && barsWritten;
+        const auto connectedNode = [this](sql::Query& query) {
+            norvdb::nd node = nodeOf(query);
+            node.flags |= connected_.value(node.id);
+            return node;
+        };
+        return each("Node_Name,NodeType,Star,ISPhyBus,Base_kV,Vmin_kV", "L1_", connectedNode) &&
+               each("Node_Name", "L1_", barOf, " WHERE ISPhyBus=1");
     }
 
     dbDatabase& realTime_;

@@ -75,6 +75,13 @@ class Joined {
     std::vector<int> parent_;
 };
 
+template <class Visit>
+void eachElement(const NORVDB& network, Visit visit) {
+    for (const auto& table : network.tables) {
+        for (const auto& element : table.elements) visit(element);
+    }
+}
+
 }  // namespace
 
 int NORVDB::nodeNumber(const QByteArray& id) const {
@@ -99,27 +106,20 @@ int TP::tpAllnew() {
     const int count = static_cast<int>(network_.nodes.size());
     if (!count) return 0;
     Joined joined(count);
+    eachElement(network_, [&](const NORVDB::Element& e) {
+        if (e.joins && e.first < count && e.second < count) joined.join(e.first, e.second);
+    });
     std::vector<bool> live(network_.nodes.size());
-    for (const auto& table : network_.tables) {
-        for (const auto& e : table.elements) {
-            if (e.joins && e.first < count && e.second < count) joined.join(e.first, e.second);
-        }
-    }
-    for (const auto& table : network_.tables) {
-        for (const auto& e : table.elements) {
-            if (e.liveFirst && e.first < count) live[static_cast<std::size_t>(joined.of(e.first))] = true;
-            if (e.liveSecond && e.second < count) live[static_cast<std::size_t>(joined.of(e.second))] = true;
-        }
-    }
+    const auto wake = [&](int node) { live[static_cast<std::size_t>(joined.of(node))] = true; };
+    eachElement(network_, [&](const NORVDB::Element& e) {
+        if (e.liveFirst && e.first < count) wake(e.first);
+        if (e.liveSecond && e.second < count) wake(e.second);
+    });
     int next = 2;
     for (int node = 0; node < count; ++node) {
+        const auto place = static_cast<std::size_t>(node);
         const int first = joined.of(node);
-        auto& bus = network_.nodes[static_cast<std::size_t>(node)].bus;
-        if (first != node) {
-            bus = network_.bus(first);
-        } else {
-            bus = live[static_cast<std::size_t>(node)] ? next++ : 0;
-        }
+        network_.nodes[place].bus = first != node ? network_.bus(first) : live[place] ? next++ : 0;
     }
     return 1;
 }
