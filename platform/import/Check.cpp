@@ -5,27 +5,15 @@
 #include "platform/import/Import.h"
 #include "platform/import/Islands.h"
 #include "platform/import/Names.h"
+#include "platform/import/Tally.h"
 
 namespace import {
+
+using enum Finding::Kind;
 
 namespace {
 
 constexpr double smallestReactance = 1e-6;  ///< per unit, in place of an impedance that is zero
-
-/// Findings of one sort, told in one line with their count and the first names.
-class Collected {
-  public:
-    void add(const std::string& name) {
-        if (count_++ < 5) names_ += (names_.empty() ? "" : "、") + name;
-    }
-    void tell(Report& report, Finding::Kind kind, const std::string& subject, const std::string& text) const {
-        if (count_ > 0) report.add(kind, subject, text + "：" + names_ + (count_ > 5 ? " 等" : ""), count_);
-    }
-
-  private:
-    int count_ = 0;
-    std::string names_;
-};
 
 void came(const host::NetworkModel& model, Report& report) {
     const std::array<std::pair<const char*, std::size_t>, 13> counts{{{"厂站", model.stations.size()},
@@ -100,60 +88,54 @@ void checkReferences(const host::NetworkModel& model, const NameCheck& nodes) {
     for (const auto& e : model.switches) need(e.name, e.i), need(e.name, e.j);
 }
 
-/// \throws ImportError for an impedance that is not finite
-void repair(const std::string& name, double r, double& x, Collected& zero) {
+/// An impedance that is zero becomes the smallest reactance.
+/// \throws ImportError for one that is not finite
+void repair(Tally& tally, const char* kind, const std::string& name, double& r, double& x) {
     if (!std::isfinite(r) || !std::isfinite(x)) throw ImportError("", 0, "“" + name + "”：阻抗不是有限的数");
     if (std::hypot(r, x) >= smallestReactance) return;
-    x = smallestReactance;
-    zero.add(name);
+    r = 0, x = smallestReactance;
+    tally.note(Changed, kind, "阻抗为零，改为 j1e-6", name);
 }
 
-void checkLines(host::NetworkModel& model, Report& report) {
-    Collected zero, zero0, noX0, smallR0;
+void checkLines(host::NetworkModel& model, Tally& tally) {
     for (auto& line : model.lines) {
         if (line.x0 == 0)
-            noX0.add(line.name);
+            tally.note(Suspicious, "线路", "x0 = 0", line.name);
         else if (line.r0 < line.r1)
-            smallR0.add(line.name);
-        repair(line.name, line.r1, line.x1, zero);
-        repair(line.name, line.r0, line.x0, zero0);
+            tally.note(Suspicious, "线路", "r0 < r1", line.name);
+        repair(tally, "线路", line.name, line.r1, line.x1);
+        repair(tally, "线路零序", line.name, line.r0, line.x0);
     }
-    zero.tell(report, Finding::Kind::Changed, "线路", "正序阻抗为零，改为 j1e-6");
-    noX0.tell(report, Finding::Kind::Suspicious, "线路", "x0 = 0");
-    zero0.tell(report, Finding::Kind::Changed, "线路", "零序阻抗为零，改为 j1e-6");
-    smallR0.tell(report, Finding::Kind::Suspicious, "线路", "r0 < r1");
 }
 
-void checkTransformers(host::NetworkModel& model, Report& report) {
-    Collected zero, noX0;
+void checkTransformers(host::NetworkModel& model, Tally& tally) {
     for (auto& t : model.transformers2) {
-        if (t.x0 == 0) noX0.add(t.name);
-        repair(t.name, t.r1, t.x1, zero), repair(t.name, t.r0, t.x0, zero);
+        if (t.x0 == 0) tally.note(Suspicious, "变压器", "x0 = 0", t.name);
+        repair(tally, "变压器", t.name, t.r1, t.x1);
+        repair(tally, "变压器零序", t.name, t.r0, t.x0);
     }
     for (auto& t : model.transformers3)
-        for (int w = 0; w < 3; ++w) repair(t.name, t.r1[w], t.x1[w], zero), repair(t.name, t.r0[w], t.x0[w], zero);
-    noX0.tell(report, Finding::Kind::Suspicious, "变压器", "x0 = 0");
-    zero.tell(report, Finding::Kind::Changed, "变压器", "阻抗为零，改为 j1e-6");
+        for (int w = 0; w < 3; ++w) {
+            repair(tally, "三绕组变压器支路", t.name, t.r1[w], t.x1[w]);
+            repair(tally, "三绕组变压器零序支路", t.name, t.r0[w], t.x0[w]);
+        }
 }
 
-void checkSources(host::NetworkModel& model, Report& report) {
-    Collected zero, noX0;
+void checkSources(host::NetworkModel& model, Tally& tally) {
     for (auto& g : model.generators) {
-        repair(g.name, g.r1, g.x1, zero);
-        if (g.grounded && g.x0 == 0) noX0.add(g.name);
-        if (g.grounded) repair(g.name, g.r0, g.x0, zero);
+        repair(tally, "发电机", g.name, g.r1, g.x1);
+        if (!g.grounded) continue;
+        if (g.x0 == 0) tally.note(Suspicious, "发电机", "中性点接地而 x0 = 0", g.name);
+        repair(tally, "发电机零序", g.name, g.r0, g.x0);
     }
-    zero.tell(report, Finding::Kind::Changed, "发电机", "阻抗为零，改为 j1e-6");
-    noX0.tell(report, Finding::Kind::Suspicious, "发电机", "中性点接地而 x0 = 0");
 }
 
-void checkIslands(const host::NetworkModel& model, Report& report) {
-    Collected dead, floating;
+void checkIslands(const host::NetworkModel& model, Tally& tally) {
     const Islands islands(model);
-    for (const std::string& node : islands.withoutSource()) dead.add(node);
-    for (const std::string& node : islands.withoutGround()) floating.add(node);
-    dead.tell(report, Finding::Kind::Suspicious, "孤岛", "没有电源，以其首个节点表示");
-    floating.tell(report, Finding::Kind::Suspicious, "孤岛", "有线路而没有中性点接地，以其首个节点表示");
+    for (const std::string& node : islands.withoutSource())
+        tally.note(Suspicious, "孤岛", "没有电源，以其首个节点表示", node);
+    for (const std::string& node : islands.withoutGround())
+        tally.note(Suspicious, "孤岛", "有线路而没有中性点接地，以其首个节点表示", node);
 }
 
 }  // namespace
@@ -164,10 +146,12 @@ void check(host::NetworkModel& model, const Options&, Report& report) {
     if (model.nodes.empty()) throw ImportError("", 0, "网络没有节点");
     if (model.schemes.empty()) throw ImportError("", 0, "网络没有基础方案");
     came(model, report);
-    checkLines(model, report);
-    checkTransformers(model, report);
-    checkSources(model, report);
-    checkIslands(model, report);
+    Tally tally;
+    checkLines(model, tally);
+    checkTransformers(model, tally);
+    checkSources(model, tally);
+    checkIslands(model, tally);
+    tally.tell(report);
 }
 
 }  // namespace import

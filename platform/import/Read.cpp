@@ -12,7 +12,7 @@ host::NetworkModel read(const std::filesystem::path& input, const Options& optio
     if (!std::filesystem::exists(input)) throw ImportError(input.string(), 0, "文件不存在");
     if (isPlainFolder(input)) return readCsv(input, options, report);
     if (input.extension() == ".m") return readMatpower(input, options, report);
-    throw ImportError(input.string(), 0, "不是能导入的网络");
+    return readCgmes(input, options, report);
 }
 
 }  // namespace import

@@ -15,10 +15,7 @@ class Copy : public Folder {
     Copy() { std::filesystem::copy(demoFolder, path(), std::filesystem::copy_options::recursive); }
 
     void replace(const std::string& file, const std::string& from, const std::string& to) const {
-        std::string text = exchange::readAll(path() / file);
-        const auto at = text.find(from);
-        ASSERT_NE(at, std::string::npos) << file << " has no " << from;
-        write(file, text.replace(at, from.size(), to));
+        write(file, spoiled(exchange::readAll(path() / file), from, to));
     }
     [[nodiscard]] std::string refusal() const {
         Report report;

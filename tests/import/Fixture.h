@@ -35,6 +35,13 @@ class Folder {
     std::filesystem::path path_;
 };
 
+/// A text with its first occurrence of `from` replaced. \throws std::runtime_error when there is none
+inline std::string spoiled(std::string text, const std::string& from, const std::string& to) {
+    const auto at = text.find(from);
+    if (at == std::string::npos) throw std::runtime_error("no " + from);
+    return text.replace(at, from.size(), to);
+}
+
 /// The message of the ImportError that a call throws; "accepted" when it throws none.
 template <class Call>
 std::string refusal(Call call) {

@@ -40,10 +40,6 @@ host::NetworkModel readText(const std::string& text, Report& report) {
     return readMatpower(folder.write("small.m", text), {}, report);
 }
 
-std::string spoiled(std::string text, const std::string& from, const std::string& to) {
-    return text.replace(text.find(from), from.size(), to);
-}
-
 TEST(Matpower, ReadsCircuitsTransformersAndMachinesOnTheirBase) {
     Report report;
     const host::NetworkModel model = readText(smallCase, report);

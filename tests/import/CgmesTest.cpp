@@ -1,0 +1,250 @@
+#include <zip.h>
+
+#include <QString>
+
+#include "exchange/TextFile.h"
+#include "tests/import/Fixture.h"
+
+namespace import_test {
+
+using namespace import;
+using host::Grounding;
+
+namespace {
+
+constexpr const char* cim16 = "http://iec.ch/TC57/2013/CIM-schema-cim16#";
+constexpr const char* cim100 = "http://iec.ch/TC57/CIM100#";
+
+std::string document(const std::string& profile, const std::string& objects, const std::string& space = cim16) {
+    return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<rdf:RDF xmlns:cim=\"" + space +
+           "\" xmlns:md=\"m#\" xmlns:dm=\"d#\" xmlns:rdf=\"r#\">\n<md:FullModel rdf:about=\"urn:uuid:" + profile +
+           "\"><md:Model.profile>http://x/" + profile + "/3/1</md:Model.profile></md:FullModel>\n" + objects +
+           "</rdf:RDF>\n";
+}
+
+/// An object with its attributes; a value that begins with "#" is a reference.
+std::string object(const std::string& className, const std::string& id,
+                   const std::vector<std::pair<std::string, std::string>>& values, const char* how = "ID") {
+    const std::string prefix = std::string(how) == "ID" ? "_" : "#_";
+    std::string text = "<cim:" + className + " rdf:" + how + "=\"" + prefix + id + "\">\n";
+    for (const auto& [key, value] : values)
+        text += value.starts_with("#") ? "<cim:" + key + " rdf:resource=\"" + value + "\"/>\n"
+                                       : "<cim:" + key + ">" + value + "</cim:" + key + ">\n";
+    return text + "</cim:" + className + ">\n";
+}
+
+std::string terminal(const std::string& id, const std::string& equipment, int number) {
+    return object(
+        "Terminal", id,
+        {{"ACDCTerminal.sequenceNumber", std::to_string(number)}, {"Terminal.ConductingEquipment", "#_" + equipment}});
+}
+
+std::string line(const std::string& id, const std::string& x0) {
+    return object("ACLineSegment", id,
+                  {{"IdentifiedObject.name", id},
+                   {"Conductor.length", "40"},
+                   {"ACLineSegment.r", "1.21"},
+                   {"ACLineSegment.x", "12.1"},
+                   {"ACLineSegment.r0", x0 == "0" ? "0" : "3"},
+                   {"ACLineSegment.x0", x0}}) +
+           terminal(id + "t1", id, 1) + terminal(id + "t2", id, 2);
+}
+
+/// Two coupled lines between A and B, the second drawn from B to A, and a machine with its terminals crossed.
+std::string equipment() {
+    return line("L1", "36.3") + line("L2", "0") +
+           object("MutualCoupling", "M",
+                  {{"MutualCoupling.r0", "0.605"},
+                   {"MutualCoupling.x0", "6.05"},
+                   {"MutualCoupling.First_Terminal", "#_L1t1"},
+                   {"MutualCoupling.Second_Terminal", "#_L2t2"},
+                   {"MutualCoupling.distance11", "10"},
+                   {"MutualCoupling.distance12", "40"},
+                   {"MutualCoupling.distance21", "10"},
+                   {"MutualCoupling.distance22", "40"}}) +
+           object("SynchronousMachine", "G",
+                  {{"IdentifiedObject.name", "G"},
+                   {"RotatingMachine.ratedS", "50"},
+                   {"RotatingMachine.ratedU", "121"},
+                   {"SynchronousMachine.satDirectSubtransX", "0.2"},
+                   {"SynchronousMachine.earthing", "true"}}) +
+           terminal("Gt", "G", 1) + object("BaseVoltage", "V", {{"BaseVoltage.nominalVoltage", "110"}});
+}
+
+std::string topology() {
+    const auto node = [](const char* id) {
+        return object("TopologicalNode", id, {{"IdentifiedObject.name", id}, {"TopologicalNode.BaseVoltage", "#_V"}});
+    };
+    const auto at = [](const char* id, const char* where) {
+        return object("Terminal", id, {{"Terminal.TopologicalNode", std::string("#_") + where}}, "about");
+    };
+    return node("A") + node("B") + at("L1t1", "A") + at("L1t2", "B") + at("L2t1", "B") + at("L2t2", "A") +
+           at("Gt", "A");
+}
+
+/// A folder with the small exchange, of which a test replaces documents.
+class Exchange : public Folder {
+  public:
+    explicit Exchange(const char* space = cim16) {
+        write("a_tp.xml", document("Topology", topology(), space));
+        write("b_eq.xml", document("EquipmentCore", equipment(), space));
+        write("c_ssh.xml", document("SteadyStateHypothesis",
+                                    object("Terminal", "L1t2", {{"ACDCTerminal.connected", "false"}}, "about") +
+                                        object("SynchronousMachine", "G", {{"RotatingMachine.p", "-30"}}, "about"),
+                                    space));
+    }
+    [[nodiscard]] std::string refusal() const {
+        Report report;
+        return import_test::refusal([&] { read(path(), {}, report); });
+    }
+};
+
+void pack(const std::filesystem::path& archive, const std::vector<std::filesystem::path>& files) {
+    zip_t* const zip = zip_open(archive.c_str(), ZIP_CREATE | ZIP_TRUNCATE, nullptr);
+    for (const auto& file : files)
+        zip_file_add(zip, ("inner/" + file.filename().string()).c_str(), zip_source_file(zip, file.c_str(), 0, -1),
+                     ZIP_FL_OVERWRITE);
+    ASSERT_EQ(zip_close(zip), 0);
+}
+
+TEST(Cgmes, ReadsBothVersionsWithCouplingAndState) {
+    for (const char* space : {cim16, cim100}) {
+        const Exchange exchange(space);
+        Report report;
+        const host::NetworkModel model = read(exchange.path(), {}, report);
+        ASSERT_EQ(model.lines.size(), 2U);
+        EXPECT_NEAR(model.lines[0].x1, 0.1, 1e-12);
+        EXPECT_NEAR(model.lines[0].x0, 0.3, 1e-12);
+        EXPECT_TRUE(model.lines[0].openAtJ);
+        EXPECT_NEAR(model.lines[1].x0, 0.3, 1e-12) << "three times x1, not zero";
+        EXPECT_EQ(told(report, Finding::Kind::Defaulted, "线路"), 1);
+        ASSERT_EQ(model.mutuals.size(), 1U);
+        EXPECT_NEAR(model.mutuals[0].x0, 0.05, 1e-12);
+        EXPECT_EQ(model.mutuals[0].sense, -1);
+        EXPECT_NEAR(model.mutuals[0].firstFrom, 25, 1e-9);
+        EXPECT_NEAR(model.mutuals[0].secondTo, 75, 1e-9) << "measured from the far end";
+        EXPECT_NEAR(model.generators.at(0).x1, 0.2 * 2 * 1.21, 1e-12);
+        EXPECT_EQ(model.generators[0].pMw, 30);
+    }
+}
+
+TEST(Cgmes, ZippedAndNestedArchivesReadLikeTheFolder) {
+    const Exchange exchange;
+    const Folder packed;
+    pack(packed.path() / "eq.zip", {exchange.path() / "b_eq.xml"});
+    pack(packed.path() / "all.zip",
+         {packed.path() / "eq.zip", exchange.path() / "a_tp.xml", exchange.path() / "c_ssh.xml"});
+    Report report;
+    EXPECT_EQ(read(packed.path() / "all.zip", {}, report).lines.size(), 2U);
+    const std::string bytes = exchange::readAll(packed.path() / "all.zip");
+    packed.write("cut.zip", bytes.substr(0, bytes.size() / 2));
+    EXPECT_THAT(refusal([&] { read(packed.path() / "cut.zip", {}, report); }), ::testing::StartsWith("cut.zip: "));
+}
+
+TEST(Cgmes, RefusesWhatIsNoFullModelWithFileAndLine) {
+    using ::testing::HasSubstr;
+    using ::testing::StartsWith;
+    const std::string eq = document("EquipmentCore", equipment());
+    const auto with = [](const std::string& text) {
+        const Exchange exchange;
+        exchange.write("b_eq.xml", text);
+        return exchange.refusal();
+    };
+    EXPECT_THAT(with(eq.substr(0, eq.find("<cim:MutualCoupling rdf"))), StartsWith("b_eq.xml:35: XML 有错"));
+    EXPECT_THAT(with("<html>\n</html>\n"), HasSubstr("b_eq.xml:1: 不是 CIM16 或 CIM100"));
+    EXPECT_THAT(with(document("EquipmentCore", "<dm:DifferenceModel rdf:about=\"x\"/>")),
+                AllOf(StartsWith("b_eq.xml:4: "), HasSubstr("差异模型")));
+    EXPECT_THAT(with(document("Topology", "")), HasSubstr("没有设备模型（EQ）文件"));
+    EXPECT_THAT(with(spoiled(eq, "12.1", "12,1")), AllOf(StartsWith("b_eq.xml:4: "), HasSubstr("“12,1”不是数")));
+    EXPECT_THAT(with(spoiled(eq, "\"#_L1\"", "\"#_XX\"")), HasSubstr("应有两个端子，有 1 个"));
+}
+
+#define NEEDS_SHARED(name) \
+    if (!std::filesystem::exists(shared(name))) GTEST_SKIP() << "no public networks in " << shared("")
+
+/// The node-breaker base case with the boundary that lies in another folder.
+host::NetworkModel nodeBreakerMiniGrid(Report& report) {
+    const Folder folder;
+    for (const char* part : {"BaseCase_Complete_v3", "Boundary_v3"})
+        std::filesystem::copy(shared("cgmes_minigrid/NodeBreaker") / part, folder.path() / part);
+    return read(folder.path(), {}, report);
+}
+
+TEST(PublicCgmes, MiniGridHasThePrintedData) {
+    NEEDS_SHARED("cgmes_minigrid");
+    Report report;
+    const host::NetworkModel model = nodeBreakerMiniGrid(report);
+    EXPECT_EQ(told(report, Finding::Kind::Came, "开关"), 90);
+    EXPECT_EQ(std::count_if(model.nodes.begin(), model.nodes.end(), [](const auto& n) { return n.physicalBus; }), 11);
+    EXPECT_NEAR(named(model.lines, "L1").x1, 7.8 / 121, 1e-12);
+    EXPECT_NEAR(named(model.lines, "L5").r0, 3.3 / 121, 1e-12);
+    EXPECT_TRUE(named(model.lines, "XQ1-N1").openAtI || named(model.lines, "XQ1-N1").openAtJ);
+    // 21 % and 0.26 % of 400 kV, 350 MVA, per unit on 380 kV
+    const auto& t3 = named(model.transformers3, "T3");
+    EXPECT_NEAR(std::hypot(t3.r1[0] + t3.r1[1], t3.x1[0] + t3.x1[1]), 0.21 / 3.5 * 400 * 400 / 380 / 380, 1e-7);
+    EXPECT_EQ(t3.winding[0].grounding, Grounding::Grounded);
+    EXPECT_EQ(t3.winding[1].grounding, Grounding::Isolated);
+    EXPECT_EQ(t3.winding[2].grounding, Grounding::Delta);
+    const auto& t4 = named(model.transformers3, "T4");
+    EXPECT_EQ(t4.winding[0].grounding, Grounding::Isolated);
+    EXPECT_EQ(t4.winding[1].grounding, Grounding::Grounded);
+    const auto& t1 = named(model.transformers2, "T1");
+    EXPECT_EQ(t1.i.ratedKv, 115);
+    EXPECT_EQ(t1.i.xn, 22);
+    // 1.1 * 380 kV / (sqrt 3 * 38 kA) = 6.3509 ohm at R/X = 0.1; motor 5 MW / (0.975 * 0.88) at 5 times the current
+    EXPECT_NEAR(named(model.generators, "Q1").x1, 6.3509 / std::sqrt(1.01) / 1444, 1e-7);
+    const auto& m3 = named(model.generators, "M3");
+    EXPECT_NEAR(std::hypot(m3.r1, m3.x1), 100 / (5 / (0.975 * 0.88)) / 5, 1e-9);
+    EXPECT_EQ(m3.kind, "motor");
+}
+
+TEST(PublicCgmes, BothFormsOfMiniGridHaveTheSameElements) {
+    NEEDS_SHARED("cgmes_minigrid");
+    Report report;
+    const host::NetworkModel detailed = nodeBreakerMiniGrid(report);
+    const host::NetworkModel plain = read(shared("cgmes_minigrid/BusBranch"), {}, report);
+    EXPECT_EQ(plain.nodes.size(), 13U);
+    ASSERT_EQ(plain.lines.size(), detailed.lines.size());
+    for (const auto& e : plain.lines) {
+        const auto& other = named(detailed.lines, e.name);
+        EXPECT_DOUBLE_EQ(e.x1, other.x1);
+        EXPECT_DOUBLE_EQ(e.r0, other.r0);
+    }
+    ASSERT_EQ(plain.transformers2.size(), detailed.transformers2.size());
+    for (const auto& e : plain.transformers2) {
+        const auto& other = named(detailed.transformers2, e.name);
+        EXPECT_DOUBLE_EQ(e.x1, other.x1);
+        EXPECT_DOUBLE_EQ(e.x0, other.x0);
+        EXPECT_EQ(e.i.grounding, other.i.grounding);
+    }
+    ASSERT_EQ(plain.generators.size(), detailed.generators.size());
+    for (const auto& e : plain.generators) EXPECT_DOUBLE_EQ(e.x1, named(detailed.generators, e.name).x1);
+}
+
+TEST(PublicCgmes, MicroGridAndSmallGridSayWhatTheyLack) {
+    NEEDS_SHARED("cgmes3_smallgrid");
+    Report micro, small, breakers;
+    EXPECT_EQ(read(shared("cgmes_microgrid/BaseCase_BC"), {}, micro).transformers3.size(), 1U);
+    EXPECT_EQ(told(micro, Finding::Kind::Missing, "等值注入"), 10);
+    EXPECT_EQ(read(shared("cgmes_microgrid/Type4_T4"), {}, breakers).switches.size(), 26U);
+    EXPECT_EQ(told(breakers, Finding::Kind::Changed, "串联补偿"), 1);
+    const host::NetworkModel model = read(shared("cgmes3_smallgrid"), {}, small);
+    EXPECT_EQ(model.switches.size(), 369U + 738U);
+    EXPECT_EQ(told(small, Finding::Kind::Defaulted, "变压器"), 20) << "grounding and impedance of ten";
+    EXPECT_EQ(told(small, Finding::Kind::Defaulted, "发电机"), 19);
+    for (const auto& node : model.nodes) EXPECT_LE(QString::fromStdString(node.name).size(), 20);
+    Options strict;
+    strict.defaultSequenceData = false;
+    EXPECT_THAT(refusal([&] { read(shared("cgmes3_smallgrid"), strict, small); }), ::testing::HasSubstr("零序数据"));
+}
+
+TEST(PublicCgmes, DifferenceFilesAreRefused) {
+    NEEDS_SHARED("cgmes_minigrid");
+    Report report;
+    EXPECT_THAT(refusal([&] { read(shared("cgmes_minigrid/NodeBreaker"), {}, report); }),
+                ::testing::HasSubstr("差异模型"));
+}
+
+}  // namespace
+
+}  // namespace import_test
