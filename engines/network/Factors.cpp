@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <mutex>
 #include <numeric>
 #include <stdexcept>
 #include <tuple>
@@ -134,6 +135,7 @@ struct Factors::Lu {
     klu_numeric* numeric = nullptr;
     Indices start, row;
     std::vector<Complex> value;
+    std::mutex mutex;  // the numeric object has a workspace of its own
 
     Lu(const Ordering::Structure& s, const std::vector<Complex>& upper);
     ~Lu() {
@@ -225,8 +227,8 @@ std::vector<Complex> Factors::solve(std::vector<Complex> rhs) const {
     std::vector<Complex> x(at(s.n));
     for (int i = 0; i < s.n; ++i) x[at(s.place[at(i)])] = rhs[at(i)];
     if (lu_) {
-        klu_common common = lu_->common;
-        klu_z_solve(lu_->symbolic, lu_->numeric, s.n, 1, reinterpret_cast<double*>(x.data()), &common);
+        const std::lock_guard lock(lu_->mutex);
+        klu_z_solve(lu_->symbolic, lu_->numeric, s.n, 1, reinterpret_cast<double*>(x.data()), &lu_->common);
         for (int i = 0; i < s.n; ++i) rhs[at(i)] = x[at(s.place[at(i)])];
         return rhs;
     }
