@@ -77,7 +77,7 @@ void appendOrdered(const Digraph& graph, const std::vector<bool>& breaks, std::v
         }
         if (waitingFor[v] == 0) ready.push(static_cast<int>(v));
     }
-    for (; !ready.empty();) {
+    while (!ready.empty()) {
         const int v = ready.top();
         ready.pop();
         order.push_back(v);
@@ -86,18 +86,33 @@ void appendOrdered(const Digraph& graph, const std::vector<bool>& breaks, std::v
     }
 }
 
+struct Ordered {
+    std::size_t breaks = 0;
+    std::vector<int> vertices;
+};
+
+/// The break vertices, among themselves in the same manner, then the others.
+Ordered ordered(const Digraph& graph) {
+    const auto breaks = breakVertices(graph);
+    std::vector<int> chosen;
+    for (std::size_t v = 0; v < graph.size(); ++v)
+        if (breaks[v]) chosen.push_back(static_cast<int>(v));
+    Ordered result{chosen.size(), {}};
+    if (!chosen.empty()) {
+        std::vector<int> local(graph.size(), -1);
+        for (const int v : ordered(inducedBy(graph, chosen, local)).vertices) result.vertices.push_back(chosen[at(v)]);
+    }
+    appendOrdered(graph, breaks, result.vertices);
+    return result;
+}
+
 }  // namespace
 
 exchange::TurnOrder turnOrder(const std::vector<int>& numbers, const Digraph& dependencies) {
     const auto places = byNumber(numbers);
-    const Digraph graph = renumbered(dependencies, places);
-    const auto breaks = breakVertices(graph);
-    std::vector<int> order;
-    for (std::size_t v = 0; v < graph.size(); ++v)
-        if (breaks[v]) order.push_back(static_cast<int>(v));
-    exchange::TurnOrder result{static_cast<int>(order.size()), {}};
-    appendOrdered(graph, breaks, order);
-    for (const int v : order) result.order.push_back(numbers[at(places[at(v)])]);
+    const auto [breaks, vertices] = ordered(renumbered(dependencies, places));
+    exchange::TurnOrder result{static_cast<int>(breaks), {}};
+    for (const int v : vertices) result.order.push_back(numbers[at(places[at(v)])]);
     return result;
 }
 

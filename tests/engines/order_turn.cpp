@@ -80,6 +80,13 @@ TEST(TurnOrderTest, BreaksALoopAtItsSmallestNumberAndPutsItFirst) {
     EXPECT_THAT(order.order, ElementsAre(3, 1, 5, 7));
 }
 
+TEST(TurnOrderTest, BreakRelaysFollowTheirDependenciesOnOneAnother) {
+    // Two loops, 1 - 2 and 3 - 4; the break relay of the first depends on that of the second.
+    const auto order = turnOrder({1, 2, 3, 4}, {{1, 2}, {0}, {3}, {2}});
+    EXPECT_EQ(order.breakRelays, 2);
+    EXPECT_THAT(order.order, ElementsAre(3, 1, 2, 4));
+}
+
 TEST(TurnOrderTest, ARelayThatDependsOnItselfNeedsNoBreak) {
     EXPECT_EQ(turnOrder({1, 2}, {{0, 1, 1}, {1}}).breakRelays, 0);
 }
