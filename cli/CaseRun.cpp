@@ -47,27 +47,29 @@ QString ruleText(const ResultRow& row) {
 }
 
 void printTable(const QVector<ResultRow>& rows) {
-    TextTable table({"安装位置", "段", "定值", "一次值", "二次值", "灵敏度", "决定的原则"}, {1, 3, 4, 5});
+    TextTable table({"保护类型", "安装位置", "段", "定值", "一次值", "二次值", "灵敏度", "决定的原则"}, {2, 4, 5, 6});
     QString last;
     for (const ResultRow& row : rows) {
-        table.add({row.label == last ? QString() : row.label, QString::number(row.PNo), row.DspCdz,
-                   valueText(row, row.primary), valueText(row, row.secondary),
+        const QString place = row.RTypeCode + row.label;
+        table.add({place == last ? QString() : row.RTypeCode, place == last ? QString() : row.label.trimmed(),
+                   QString::number(row.PNo), row.DspCdz, valueText(row, row.primary), valueText(row, row.secondary),
                    row.sensitivity ? number(*row.sensitivity) : "-", ruleText(row)});
-        last = row.label;
+        last = place;
     }
     table.print();
 }
 
 void printCsv(const QVector<ResultRow>& rows) {
     std::string text;
-    import::appendCsv(text, {"relay", "location", "part", "setting", "primary", "secondary", "unit", "sensitivity",
-                             "rule", "rule_note"});
+    import::appendCsv(text, {"relay", "type", "location", "part", "setting", "primary", "secondary", "unit",
+                             "sensitivity", "rule", "rule_note"});
     for (const ResultRow& row : rows)
-        import::appendCsv(
-            text, {std::to_string(row.RNo), row.label.trimmed().toStdString(), std::to_string(row.PNo),
-                   row.Cdz.toStdString(), number(row.primary).toStdString(), number(row.secondary).toStdString(),
-                   unitOf(row.VType).toStdString(), row.sensitivity ? number(*row.sensitivity).toStdString() : "",
-                   row.RuleNo != 0 ? std::to_string(row.RuleNo) : "", row.ruleNote.toStdString()});
+        import::appendCsv(text,
+                          {std::to_string(row.RNo), row.RTypeCode.toStdString(), row.label.trimmed().toStdString(),
+                           std::to_string(row.PNo), row.Cdz.toStdString(), number(row.primary).toStdString(),
+                           number(row.secondary).toStdString(), unitOf(row.VType).toStdString(),
+                           row.sensitivity ? number(*row.sensitivity).toStdString() : "",
+                           row.RuleNo != 0 ? std::to_string(row.RuleNo) : "", row.ruleNote.toStdString()});
     print(QString::fromStdString(text));
 }
 
@@ -75,6 +77,7 @@ void printJson(const QVector<ResultRow>& rows) {
     nlohmann::ordered_json array = nlohmann::ordered_json::array();
     for (const ResultRow& row : rows) {
         nlohmann::ordered_json object = {{"relay", row.RNo},
+                                         {"type", row.RTypeCode.toStdString()},
                                          {"location", row.label.trimmed().toStdString()},
                                          {"part", row.PNo},
                                          {"setting", row.Cdz.toStdString()},
@@ -101,8 +104,12 @@ void runSensitivity(Context& context, const CaseWish& wish) { run(context, wish,
 
 void showResults(Context& context, const CaseWish& wish) {
     CaseStore cases;
-    if (!openCase(context, wish, cases) || !load(context, cases)) return;
-    const auto rows = resultTable(cases.current()->Case_No, cases.current()->RTypeNo);
+    QVector<ResultRow> rows;
+    if (!context.openProject(wish.project) || !cases.UpdateCaseChain(1)) return;
+    for (const std::string& name : wish.caseNames) {
+        if (!selectCase(context, name, cases) || !load(context, cases)) return;
+        rows += resultTable(cases.current()->Case_No, cases.current()->RTypeNo);
+    }
     if (context.json)
         printJson(rows);
     else if (wish.csv)

@@ -64,14 +64,18 @@ CLI::App* addOnCase(CLI::App* verb, const char* word, const char* text, const st
 
 }  // namespace
 
-bool openCase(Context& context, const CaseWish& wish, CaseStore& cases, bool realTime) {
-    if (!context.openProject(wish.project, realTime)) return false;
-    if (!cases.UpdateCaseChain(1)) return context.stop(Internal, {});
-    const QString name = QString::fromStdString(wish.caseName);
+bool selectCase(Context& context, const std::string& caseName, CaseStore& cases) {
+    const QString name = QString::fromStdString(caseName);
     bool isNumber = false;
     const int number = name.toInt(&isNumber);
     if (cases.select(name) || (isNumber && cases.select(number))) return true;
     return context.stop(BadInput, "没有作业" + name);
+}
+
+bool openCase(Context& context, const CaseWish& wish, CaseStore& cases, bool realTime) {
+    if (!context.openProject(wish.project, realTime)) return false;
+    if (!cases.UpdateCaseChain(1)) return context.stop(Internal, {});
+    return selectCase(context, wish.caseName, cases);
 }
 
 void listCases(Context& context, const CaseWish& wish) {
@@ -134,7 +138,9 @@ void addCase(CLI::App& app, Context& context) {
     run->add_flag("--klm", wish->withSensitivity, "先计算灵敏度参量");
     run->callback([=, &context] { runCase(context, *wish); });
 
-    CLI::App* results = addOnCase(verb, "results", "显示定值结果和灵敏度", wish);
+    CLI::App* results = verb->add_subcommand("results", "显示定值结果和灵敏度");
+    results->add_option("PROJECT", wish->project, "工程名")->required();
+    results->add_option("CASE", wish->caseNames, "作业名或作业号，可多个")->required();
     results->add_flag("--csv", wish->csv, "写成 CSV");
     results->callback([=, &context] { showResults(context, *wish); });
 

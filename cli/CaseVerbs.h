@@ -12,6 +12,7 @@ namespace cli {
 /// What the words behind "case" say.
 struct CaseWish {
     std::string project, caseName;
+    std::vector<std::string> caseNames;
     std::string name, note, scheme, loadFlow;
     int type = 0;
     std::vector<int> relays, parts;
@@ -22,6 +23,9 @@ struct CaseWish {
 
 /// Opens the project and selects a case by its number or name. \return false with the exit code set
 bool openCase(Context& context, const CaseWish& wish, CaseStore& cases, bool realTime = false);
+
+/// Selects a case of the open project. \return false with the exit code set
+bool selectCase(Context& context, const std::string& caseName, CaseStore& cases);
 
 // One function per verb.
 void newCase(Context& context, const CaseWish& wish);

@@ -16,16 +16,31 @@ const char* prefixOf(int level) {
 
 }  // namespace
 
+void Context::show(const QByteArray& line) {
+    if (line == lastLine_) {
+        ++repeated_;
+        return;
+    }
+    if (repeated_ > 0) std::fprintf(stderr, "    （以上消息又出现 %d 次）\n", repeated_);
+    if (!line.isEmpty()) std::fprintf(stderr, "%s\n", line.constData());
+    lastLine_ = line;
+    repeated_ = 0;
+}
+
 void Context::showMessages() {
     WinDockFeedback::setReceiver([this](const char* text, int level) {
         if (level < WinDockFeedback::Warning && !verbose) return;
-        const QByteArray line = QString::fromUtf8(text).trimmed().toUtf8();
-        std::fprintf(stderr, "%s%s\n", prefixOf(level), line.constData());
+        show(prefixOf(level) + QString::fromUtf8(text).trimmed().toUtf8());
     });
 }
 
+void Context::endMessages() {
+    WinDockFeedback::setReceiver({});
+    show({});
+}
+
 bool Context::stop(ExitCode code, const QString& text) {
-    if (!text.isEmpty()) std::fprintf(stderr, "错误: %s\n", text.toUtf8().constData());
+    if (!text.isEmpty()) show("错误: " + text.toUtf8());
     exitCode = code;
     return false;
 }

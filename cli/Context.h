@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <memory>
 #include <optional>
@@ -24,8 +25,9 @@ class Context {
     bool json = false;
     bool verbose = false;
 
-    /// Sends the dock's messages to standard error.
+    /// Sends the dock's messages to standard error; one that repeats is written once with its count.
     void showMessages();
+    void endMessages();
     /// \return false with the exit code set
     bool openServer();
     /// Server, databases and, when asked for, the real-time database of a project.
@@ -43,6 +45,10 @@ class Context {
     bool stop(ExitCode code, const QString& text);
 
   private:
+    void show(const QByteArray& line);
+
+    QByteArray lastLine_;
+    int repeated_ = 0;
     std::unique_ptr<server::Hold> hold_;
     ProjectStore projects_;
     std::optional<Project> project_;

@@ -37,6 +37,12 @@ void list(Context& context) {
     for (const QString& name : names) print(name + "\n");
 }
 
+void showPath(Context& context, const Names& names) {
+    const auto project = context.projects().find(QString::fromStdString(names.name));
+    if (!project) context.exitCode = BadInput;
+    if (project) print(project->directory + "\n");
+}
+
 void saveAs(Context& context, const Names& names) {
     if (!context.openServer()) return;
     const auto project =
@@ -75,6 +81,10 @@ void addProject(CLI::App& app, Context& context) {
     made->callback([=, &context] { create(context, *names); });
 
     verb->add_subcommand("list", "列出工程")->callback([&context] { list(context); });
+
+    CLI::App* path = verb->add_subcommand("path", "工程目录，计算文件在其下的 Temp/");
+    path->add_option("NAME", names->name, "工程名")->required();
+    path->callback([=, &context] { showPath(context, *names); });
 
     CLI::App* saved = verb->add_subcommand("save-as", "另存为新工程");
     saved->add_option("NAME", names->name, "工程名")->required();

@@ -3,7 +3,6 @@
 #include <cstdio>
 
 #include "cli/Context.h"
-#include "platform/host/WinDockFeedback.h"
 
 namespace {
 
@@ -36,6 +35,6 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "错误: %s\n", error.what());
         context.exitCode = cli::Internal;
     }
-    WinDockFeedback::setReceiver({});
+    context.endMessages();
     return context.exitCode;
 }

@@ -197,15 +197,21 @@ std::optional<Project> ProjectStore::create(const QString& name, const QString& 
     return project(name, name);
 }
 
-std::optional<Project> ProjectStore::open(const QString& name) {
+std::optional<Project> ProjectStore::find(const QString& name) const {
     if (!whyNotName(name).isEmpty() || !exists(name)) return refuse("没有名为" + name + "的工程");
-    Project opened = project(name, name);
-    if (opened.realTimeName.isEmpty()) return refuse(QString("读 ") + kNameFile + " 失败");
+    Project found = project(name, name);
+    if (found.realTimeName.isEmpty()) return refuse(QString("读 ") + kNameFile + " 失败");
+    return found;
+}
+
+std::optional<Project> ProjectStore::open(const QString& name) {
+    const std::optional<Project> opened = find(name);
+    if (!opened) return std::nullopt;
     CRDatabase rules = database();
     if (!rules.ConnectDB(name + tables::ruleSuffix, tables::ruleConnection, true) || !rules.ConnectToBaseDb(name))
         return std::nullopt;
-    QDir().mkpath(opened.workDirectory());
-    QDir().mkpath(opened.directory + opened.realTimeName);
+    QDir().mkpath(opened->workDirectory());
+    QDir().mkpath(opened->directory + opened->realTimeName);
     return opened;
 }
 

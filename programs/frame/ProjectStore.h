@@ -31,6 +31,8 @@ class ProjectStore {
     /// Makes a project with all its tables and its rule database, all or nothing, and leaves it open.
     /// \param ruleFolder  the rule library as tables
     std::optional<Project> create(const QString& name, const QString& ruleFolder);
+    /// A project by its name, without its databases.
+    [[nodiscard]] std::optional<Project> find(const QString& name) const;
     /// Connects the project's databases.
     std::optional<Project> open(const QString& name);
     /// Copies a project under another name, all or nothing; the new one is open afterwards.

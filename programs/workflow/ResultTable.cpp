@@ -14,25 +14,28 @@ namespace {
 
 using PartSetting = std::tuple<int, int, QString>;  // relay, part, setting
 
-/// What the rules of a run gave for a setting, and the rule whose value stands.
+/// What a rule of a run gave for a setting.
 struct Ruling {
     int RuleNo = 0;
     QString note;
     double value = 0;
+    bool hasResult = false;  ///< the rule gave something; 0 is then a value like any other
 };
 
 /// Values were stored with six digits.
-bool same(double stored, double computed) {
-    return computed != 0 && std::abs(stored - computed) <= 1e-5 * std::abs(computed) + 1e-6;
-}
+bool same(double stored, double computed) { return std::abs(stored - computed) <= 1e-5 * std::abs(computed) + 1e-6; }
 
+/// A rule whose outputs are all 0 gave no result.
 std::map<PartSetting, std::vector<Ruling>> rulings(int caseNo) {
     std::map<PartSetting, std::vector<Ruling>> found;
     sql::Query query;
-    query.exec("SELECT RNo,PNo,Cdz,RuleNo,Note,Rdz FROM RLY_RDZTEM WHERE Case_No=? ORDER BY ID", {caseNo});
+    query.exec(
+        "SELECT RNo,PNo,Cdz,RuleNo,Note,Rdz,MAX(Rdz!=0) OVER (PARTITION BY RNo,PNo,RuleNo) FROM RLY_RDZTEM"
+        " WHERE Case_No=? ORDER BY ID",
+        {caseNo});
     while (query.next())
         found[{query.number(0), query.number(1), query.text(2)}].push_back(
-            {query.number(3), query.text(4), query.real(5)});
+            {query.number(3), query.text(4), query.real(5), query.number(6) == 1});
     return found;
 }
 
@@ -47,7 +50,7 @@ std::map<PartSetting, double> sensitivities() {
 void decide(ResultRow& row, const std::vector<Ruling>& rules) {
     for (const Ruling& rule : rules) {
         row.ruled = true;
-        if (row.RuleNo != 0 || !same(row.primary, rule.value)) continue;
+        if (row.RuleNo != 0 || !rule.hasResult || !same(row.primary, rule.value)) continue;
         row.RuleNo = rule.RuleNo;
         row.ruleNote = rule.note;
     }
@@ -68,6 +71,7 @@ QVector<WorkingRow> workingRows(const RelayTypeInfo& type) {
     while (query.next()) {
         WorkingRow row;
         row.head.RNo = query.number(0);
+        row.head.RTypeCode = type.RTypeCode;
         row.head.Cdz = query.text(1);
         row.head.label = locationLabel(type.RType, query.text(2), query.text(3), query.text(4), query.number(5));
         row.head.VType = query.number(6);

@@ -7,6 +7,7 @@
 /// A setting of a relay part as a case has it.
 struct ResultRow {
     int RNo = 0;
+    QString RTypeCode;
     QString label;  ///< place of the relay
     int PNo = 0;
     QString Cdz;
