@@ -208,7 +208,9 @@ std::optional<Project> ProjectStore::open(const QString& name) {
     const std::optional<Project> opened = find(name);
     if (!opened) return std::nullopt;
     CRDatabase rules = database();
-    if (!rules.ConnectDB(name + tables::ruleSuffix, tables::ruleConnection, true) || !rules.ConnectToBaseDb(name))
+    // a project that was saved under another name has lost its working tables
+    if (!rules.ConnectDB(name + tables::ruleSuffix, tables::ruleConnection, true) || !rules.ConnectToBaseDb(name) ||
+        !rules.BuildNewTable(name))
         return std::nullopt;
     QDir().mkpath(opened->workDirectory());
     QDir().mkpath(opened->directory + opened->realTimeName);
