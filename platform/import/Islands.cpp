@@ -1,7 +1,6 @@
 #include "platform/import/Islands.h"
 
 #include <numeric>
-#include <unordered_set>
 
 namespace import {
 
@@ -29,7 +28,7 @@ Islands::Islands(const host::NetworkModel& model)
     joinSwitches();
     joinLines();
     joinTransformers();
-    groundSources();
+    joinSources();
 }
 
 void Islands::joinSwitches() {
@@ -66,17 +65,18 @@ void Islands::joinTransformers() {
     }
 }
 
-void Islands::groundSources() {
-    for (const auto& g : model_.generators)
-        if (g.inService && g.grounded) zero_.join(at(g.node), ground_);
+void Islands::joinSources() {
+    for (const auto& g : model_.generators) {
+        if (!g.inService) continue;
+        live_.insert(positive_.root(at(g.node)));
+        if (g.grounded) zero_.join(at(g.node), ground_);
+    }
     for (const auto& s : model_.shunts)
         if (s.inService && s.grounded && s.x1 > 0) zero_.join(at(s.node), ground_);
 }
 
 std::vector<std::string> Islands::withoutSource() const {
-    std::unordered_set<std::size_t> known;
-    for (const auto& g : model_.generators)
-        if (g.inService) known.insert(positive_.root(at(g.node)));
+    std::unordered_set<std::size_t> known = live_;
     std::vector<std::string> names;
     for (std::size_t end : branchEnds_)
         if (known.insert(positive_.root(end)).second) names.push_back(model_.nodes[positive_.root(end)].name);
@@ -84,13 +84,10 @@ std::vector<std::string> Islands::withoutSource() const {
 }
 
 std::vector<std::string> Islands::withoutGround() const {
-    std::unordered_set<std::size_t> live;
-    for (const auto& g : model_.generators)
-        if (g.inService) live.insert(positive_.root(at(g.node)));
     std::unordered_set<std::size_t> known{zero_.root(ground_)};
     std::vector<std::string> names;
     for (std::size_t end : lineEnds_)
-        if (live.contains(positive_.root(end)) && known.insert(zero_.root(end)).second)
+        if (live_.contains(positive_.root(end)) && known.insert(zero_.root(end)).second)
             names.push_back(model_.nodes[zero_.root(end)].name);
     return names;
 }

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "platform/host/NetworkModel.h"
@@ -13,6 +14,11 @@ namespace import {
 class Islands {
   public:
     explicit Islands(const host::NetworkModel& model);
+
+    /// Whether a machine or feeder in service is joined with the node.
+    [[nodiscard]] bool hasSource(const std::string& node) const { return live_.contains(positive_.root(at(node))); }
+    /// Whether the node has a zero-sequence path to ground.
+    [[nodiscard]] bool hasGround(const std::string& node) const { return zero_.root(at(node)) == zero_.root(ground_); }
 
     /// Islands that hold a branch and no machine or feeder in service.
     [[nodiscard]] std::vector<std::string> withoutSource() const;
@@ -35,13 +41,14 @@ class Islands {
     void joinSwitches();
     void joinLines();
     void joinTransformers();
-    void groundSources();
+    void joinSources();
 
     const host::NetworkModel& model_;
     std::unordered_map<std::string, std::size_t> place_;
     std::size_t ground_;
     Sets positive_, zero_;
     std::vector<std::size_t> branchEnds_, lineEnds_;
+    std::unordered_set<std::size_t> live_;  ///< positive-sequence roots with a source
 };
 
 }  // namespace import

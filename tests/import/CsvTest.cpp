@@ -1,4 +1,5 @@
 #include "exchange/TextFile.h"
+#include "platform/import/Islands.h"
 #include "tests/import/Fixture.h"
 
 namespace import_test {
@@ -52,6 +53,57 @@ TEST(DemoNetwork, ImpedancesAgreeWithHandCalculation) {
     // 16.5 % of 141.2 MVA at 10.5 kV on 10 kV
     EXPECT_NEAR(named(model.generators, "白水1号机").x1, 0.165 * 100 / 141.2 * 1.1025, 1e-9);
     EXPECT_LT(named(model.shunts, "龙泉35kV电容器").x1, 0);
+}
+
+TEST(DemoNetwork, BehindEveryLineEndStandASourceAndAGroundInEveryMode) {
+    Report report;
+    const host::NetworkModel model = read(demoFolder, {}, report);
+    for (const auto& mode : model.modes)
+        for (std::size_t l = 0; l < model.lines.size(); ++l) {
+            host::NetworkModel without = model;
+            without.lines[l].inService = false;
+            for (const auto& change : mode.changes)
+                for (auto& t : without.transformers2) t.inService &= !(change.cut && change.element == t.name);
+            const Islands islands(without);
+            for (const std::string& end : {model.lines[l].i, model.lines[l].j}) {
+                EXPECT_TRUE(islands.hasSource(end)) << mode.name << " " << end;
+                EXPECT_TRUE(islands.hasGround(end)) << mode.name << " " << end;
+            }
+        }
+}
+
+TEST(IecNetwork, AgreesWithThePublicExchangeOfTheSameNetwork) {
+    Report own, report;
+    const host::NetworkModel model = read(MORVANE_SOURCE_DIR "/data/networks/iec60909-4", {}, own);
+    EXPECT_EQ(model.generators.size(), 8U);
+    if (!std::filesystem::exists(shared("cgmes_minigrid"))) GTEST_SKIP() << "no public networks in " << shared("");
+    const host::NetworkModel other = read(shared("cgmes_minigrid/BusBranch"), {}, report);
+    for (const char* name : {"L1", "L2", "L4", "L5", "L6"}) {
+        EXPECT_NEAR(named(model.lines, name).x1, named(other.lines, name).x1, 1e-12) << name;
+        EXPECT_NEAR(named(model.lines, name).x0, named(other.lines, name).x0, 1e-12) << name;
+    }
+    for (const char* name : {"T1", "T2", "T5", "T6"}) {
+        const auto &a = named(model.transformers2, name), &b = named(other.transformers2, name);
+        EXPECT_NEAR(a.x1 / b.x1, 1, 1e-5) << name;
+        EXPECT_NEAR(a.x0 / b.x0, 1, 1e-5) << name;
+        EXPECT_EQ(a.i.grounding, b.i.grounding) << name;
+        EXPECT_EQ(a.j.grounding, b.j.grounding) << name;
+    }
+    for (const char* name : {"T3", "T4"})
+        for (int w : {0, 2}) {
+            const auto &a = named(model.transformers3, name), &b = named(other.transformers3, name);
+            EXPECT_NEAR(a.x1[w] / b.x1[w], 1, 1e-5) << name << w;
+            EXPECT_NEAR(a.x0[w] / b.x0[w], 1, 1e-5) << name << w;
+        }
+    for (const char* name : {"G1", "G2", "G3", "Q1", "Q2", "M2a"}) {
+        const auto &a = named(model.generators, name), &b = named(other.generators, name);
+        EXPECT_NEAR(a.x1 / b.x1, 1, 1e-6) << name;
+        EXPECT_NEAR(a.r1 / b.r1, 1, 1e-6) << name;
+        EXPECT_EQ(a.grounded, b.grounded) << name;
+        if (a.grounded) {
+            EXPECT_NEAR(a.x0 / b.x0, 1, 1e-6) << name;
+        }
+    }
 }
 
 TEST(DemoNetwork, WrittenAndReadAgainIsTheSameNetwork) {
