@@ -69,7 +69,7 @@ Outcome runLines(const Mode& mode, Registers& registers) {
     return selected;
 }
 
-/// Chooses among candidates: keeps the best so far and why the last refused one was refused.
+/// Chooses among candidates: keeps the best so far, and why others were refused.
 class Selection {
   public:
     Selection(const Mode& mode, const Registers& before) : mode_(mode), before_(before) {}
@@ -91,11 +91,15 @@ class Selection {
     [[nodiscard]] const Registers& registers() const { return after_; }
     [[nodiscard]] std::string reason() const {
         const std::string mode = "mode " + std::to_string(mode_.number);
-        return refusal_.empty() ? mode + " has no candidate" : mode + " has no candidate (" + refusal_ + ")";
+        std::string whys;
+        for (const std::string& why : refusals_) whys += (whys.empty() ? "" : ", ") + why;
+        return refusals_.empty() ? mode + " has no candidate" : mode + " has no candidate (" + whys + ")";
     }
 
   private:
-    void refuse(const std::string& why) { refusal_ = why; }
+    void refuse(const std::string& why) {
+        if (std::ranges::find(refusals_, why) == refusals_.end()) refusals_.push_back(why);
+    }
     [[nodiscard]] bool isBetter(double value) const {
         return (mode_.selects() == 1 && value > best_) || (mode_.selects() == 2 && value < best_);
     }
@@ -105,7 +109,7 @@ class Selection {
     Registers after_;
     std::optional<Choice> chosen_;
     double best_ = 0;
-    std::string refusal_;
+    std::vector<std::string> refusals_;  // different ones
 };
 
 /// Own data needs no candidate: each variable stands for itself, and a missing one matters only where it is used.
