@@ -1,3 +1,5 @@
+#include <optional>
+
 #include "platform/sql/Sql.h"
 
 namespace sql {
@@ -43,23 +45,36 @@ QStringList Layout::columnNames() const {
     return names;
 }
 
+namespace {
+
+// One statement for as many rows as it holds, from `next` on.
+bool insertSome(const QString& connection, const QString& head, qsizetype columns, const QVector<QVariantList>& rows,
+                qsizetype& next) {
+    QStringList groups;
+    QVariantList values;
+    for (int size = 0; next < rows.size() && (groups.isEmpty() || size < statementLimit); ++next) {
+        groups << places(columns);
+        values += rows[next];
+        size += weight(rows[next]);
+    }
+    return Query(connection).exec(head + groups.join(','), values);
+}
+
+}  // namespace
+
 bool insertRows(const QString& connection, const QString& table, const QStringList& columns,
                 const QVector<QVariantList>& rows) {
+    if (rows.isEmpty()) return true;
     QStringList quoted;
     for (const QString& column : columns) quoted << quotedName(column);
     const QString head = "INSERT INTO " + quotedName(table) + " (" + quoted.join(',') + ") VALUES";
-    Transaction whole(connection);
-    for (qsizetype next = 0; next < rows.size();) {
-        QStringList groups;
-        QVariantList values;
-        for (int size = 0; next < rows.size() && (groups.isEmpty() || size < statementLimit); ++next) {
-            groups << places(columns.size());
-            values += rows[next];
-            size += weight(rows[next]);
-        }
-        if (!Query(connection).exec(head + groups.join(','), values)) return false;
-    }
-    return whole.commit();
+    int total = 0;
+    for (const QVariantList& row : rows) total += weight(row);
+    std::optional<Transaction> whole;  // one statement is all or nothing by itself
+    if (total >= statementLimit) whole.emplace(connection);
+    for (qsizetype next = 0; next < rows.size();)
+        if (!insertSome(connection, head, columns.size(), rows, next)) return false;
+    return !whole || whole->commit();
 }
 
 }  // namespace sql
