@@ -1,6 +1,7 @@
 #include <QDir>
 #include <QProcess>
 #include <complex>
+#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -142,6 +143,44 @@ TEST_F(DeliveredNetwork, NamesThatFilesStumbleOverReachTheExecutables) {
     }
     EXPECT_EQ(network.mutuals.size(), 1U);
     EXPECT_EQ(network.transformers.size(), 5U);
+}
+
+/// A public network below the folder that the environment names, or beside the checkout.
+std::filesystem::path publicNetwork(const std::string& name) {
+    const char* folder = std::getenv("MORVANE_SHARED_NETWORKS");
+    return std::filesystem::path(folder ? folder : MORVANE_SHARED_NETWORKS) / name;
+}
+
+TEST_F(DeliveredNetwork, AStationOfBreakersAndDisconnectorsBecomesTheSameBusesAsItsBusBranchForm) {
+    const auto source = publicNetwork("cgmes_minigrid");
+    if (!std::filesystem::exists(source)) GTEST_SKIP() << "no public networks at " << source;
+    const std::filesystem::path gathered = folder.path().toStdString() + "/cgmes";
+    for (const char* part : {"BaseCase_Complete_v3", "Boundary_v3"}) {
+        std::filesystem::create_directories(gathered);
+        std::filesystem::copy(source / "NodeBreaker" / part, gathered / part);
+    }
+    store(gathered);
+    transfer(0, model.schemes.front().name);
+    const auto detailed = convert();
+    store(source / "BusBranch");
+    transfer(0, model.schemes.front().name);
+    const auto plain = convert();
+    EXPECT_EQ(detailed.buses.size(), plain.buses.size());
+    EXPECT_EQ(detailed.lines.size(), plain.lines.size());
+    EXPECT_EQ(detailed.transformers.size(), plain.transformers.size());
+    EXPECT_EQ(detailed.generators.size(), plain.generators.size());
+}
+
+TEST_F(DeliveredNetwork, ALargeNetworkOfSwitchesHasTheBusesOfItsPublishedTopology) {
+    const auto source = publicNetwork("cgmes3_smallgrid");
+    if (!std::filesystem::exists(source)) GTEST_SKIP() << "no public networks at " << source;
+    store(source);
+    transfer(0, model.schemes.front().name);
+    const auto network = convert();
+    EXPECT_EQ(model.switches.size(), 1107U);
+    EXPECT_EQ(network.buses.size(), 118U) << "as many as its own topology file has topological nodes";
+    EXPECT_EQ(network.lines.size(), model.lines.size());
+    EXPECT_EQ(network.transformers.size(), model.transformers2.size());
 }
 
 }  // namespace
