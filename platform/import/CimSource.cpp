@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <memory>
 
-#include "exchange/TextFile.h"
 #include "platform/import/Import.h"
+#include "platform/import/InputFile.h"
 
 namespace import {
 
@@ -79,7 +79,7 @@ std::vector<std::filesystem::path> filesOf(const std::filesystem::path& input) {
 
 std::vector<CimDocument> readDocuments(const std::filesystem::path& input) {
     std::vector<CimDocument> documents;
-    for (const auto& file : filesOf(input)) unpack({file.filename().string(), exchange::readAll(file)}, 1, documents);
+    for (const auto& file : filesOf(input)) unpack({file.filename().string(), readInput(file)}, 1, documents);
     if (documents.empty()) throw ImportError(input.filename().string(), 0, "没有 XML 文件");
     return documents;
 }

@@ -6,10 +6,10 @@
 #include <limits>
 #include <set>
 
-#include "exchange/TextFile.h"
 #include "platform/import/CsvColumns.h"
 #include "platform/import/CsvTable.h"
 #include "platform/import/Import.h"
+#include "platform/import/InputFile.h"
 
 /// Records from and to the text of a file, by the list of columns.
 namespace import::csv {
@@ -48,7 +48,7 @@ template <class Row>
 std::vector<Row> readRows(const std::filesystem::path& folder) {
     const std::string file(FileOf<Row>::name());
     if (!std::filesystem::exists(folder / file)) return {};
-    const CsvTable table = parseCsv(exchange::readAll(folder / file), file);
+    const CsvTable table = parseCsv(readInput(folder / file), file);
     std::vector<std::string_view> names;
     for (const auto& column : FileOf<Row>::columns()) names.push_back(column.name);
     const std::vector<std::size_t> places = columnPlaces(table, names, file);

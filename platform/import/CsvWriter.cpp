@@ -1,10 +1,10 @@
-#include "platform/import/Import.h"
-
 #include <limits>
 #include <unordered_map>
 
+#include "exchange/TextFile.h"
 #include "platform/import/CsvConvert.h"
 #include "platform/import/CsvRows.h"
+#include "platform/import/Import.h"
 
 namespace import {
 

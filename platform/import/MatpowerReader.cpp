@@ -1,8 +1,8 @@
 #include <cmath>
 #include <unordered_map>
 
-#include "exchange/TextFile.h"
 #include "platform/import/Import.h"
+#include "platform/import/InputFile.h"
 #include "platform/import/MatpowerText.h"
 #include "platform/import/Names.h"
 #include "platform/import/SequenceDefaults.h"
@@ -209,7 +209,7 @@ class CaseReader {
 
 host::NetworkModel readMatpower(const std::filesystem::path& file, const Options& options, Report& report) {
     const std::string name = file.filename().string();
-    host::NetworkModel model = CaseReader(parseCase(exchange::readAll(file), name), name, options, report).read();
+    host::NetworkModel model = CaseReader(parseCase(readInput(file), name), name, options, report).read();
     model.name = file.stem().string();
     completeSequenceData(model, options, report);
     check(model, options, report);

@@ -109,9 +109,9 @@ std::string NameGiver::give(const std::string& name, const std::string& kind, in
 
 std::string NameGiver::unique(const std::string& name, int maxLength) {
     if (characters(name) <= maxLength && !taken_.contains(name)) return name;
-    for (int number = 1;; ++number) {
+    for (int& number = next_[std::string(firstCharacters(name, maxLength - 4))];;) {
         std::string tail(1, '~');
-        tail += std::to_string(number);
+        tail += std::to_string(++number);
         const std::string head(firstCharacters(name, maxLength - static_cast<int>(tail.size())));
         if (!taken_.contains(head + tail)) return head + tail;
     }

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "platform/import/Import.h"
@@ -36,6 +37,7 @@ class NameGiver {
     const Options& options_;
     Report& report_;
     std::unordered_set<std::string> taken_;
+    std::unordered_map<std::string, int> next_;  ///< last number tried, by the characters that are kept
 };
 
 }  // namespace import
