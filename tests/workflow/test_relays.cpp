@@ -112,8 +112,7 @@ TEST_F(RelayCsv, NamesPlacesTypesAndRatios) {
 
 TEST_F(RelayCsv, EveryRefusalNamesFileAndLine) {
     const QByteArray head = "element,side,type,ct\n";
-    for (const char* row :
-         {"L1,K,1,1", "L1,I,77,1", "L9,I,1,1", "L1,I,1,abc", "L1,I,1,0", "L1,I,1,nan", "L1,I,1"})
+    for (const char* row : {"L1,K,1,1", "L1,I,77,1", "L9,I,1,1", "L1,I,1,abc", "L1,I,1,0", "L1,I,1,nan", "L1,I,1"})
         EXPECT_THAT(refusalOf(head + "L1,I,1,1\n" + row + "\n"), HasSubstr("relays.csv:3: ")) << row;
     EXPECT_THAT(refusalOf("element,side,type,ctt\n"), HasSubstr("relays.csv:1: "));
     EXPECT_THAT(refusalOf("element,side\nL1,I\n"), HasSubstr("relays.csv:1: "));
