@@ -22,14 +22,15 @@ std::string document(const std::string& profile, const std::string& objects, con
            "</rdf:RDF>\n";
 }
 
-/// An object with its attributes; a value that begins with "#" is a reference.
+/// An object with its attributes; a value that begins with "#" or is an address is a reference.
 std::string object(const std::string& className, const std::string& id,
                    const std::vector<std::pair<std::string, std::string>>& values, const char* how = "ID") {
     const std::string prefix = std::string(how) == "ID" ? "_" : "#_";
     std::string text = "<cim:" + className + " rdf:" + how + "=\"" + prefix + id + "\">\n";
     for (const auto& [key, value] : values)
-        text += value.starts_with("#") ? "<cim:" + key + " rdf:resource=\"" + value + "\"/>\n"
-                                       : "<cim:" + key + ">" + value + "</cim:" + key + ">\n";
+        text += value.starts_with("#") || value.starts_with("http")
+                    ? "<cim:" + key + " rdf:resource=\"" + value + "\"/>\n"
+                    : "<cim:" + key + ">" + value + "</cim:" + key + ">\n";
     return text + "</cim:" + className + ">\n";
 }
 
@@ -126,6 +127,108 @@ TEST(Cgmes, ReadsBothVersionsWithCouplingAndState) {
         EXPECT_NEAR(model.generators.at(0).x1, 0.2 * 2 * 1.21, 1e-12);
         EXPECT_EQ(model.generators[0].pMw, 30);
     }
+}
+
+std::string end(const std::string& id, int number, const std::string& kind, bool grounded, double kv, double x) {
+    return object("PowerTransformerEnd", id,
+                  {{"TransformerEnd.endNumber", std::to_string(number)},
+                   {"TransformerEnd.grounded", grounded ? "true" : "false"},
+                   {"TransformerEnd.xground", "7"},
+                   {"TransformerEnd.Terminal", "#_" + id + "t"},
+                   {"PowerTransformerEnd.PowerTransformer", "#_T"},
+                   {"PowerTransformerEnd.connectionKind", std::string(cim16) + "WindingConnection." + kind},
+                   {"PowerTransformerEnd.ratedU", std::to_string(kv)},
+                   {"PowerTransformerEnd.x", std::to_string(x)},
+                   {"PowerTransformerEnd.x0", std::to_string(x / 2)}});
+}
+
+/// Connectivity node with its voltage level, station V's level of that voltage.
+std::string place(const std::string& id, const std::string& kv) {
+    return object("ConnectivityNode", id,
+                  {{"IdentifiedObject.name", "N" + id}, {"ConnectivityNode.ConnectivityNodeContainer", "#_VL" + id}}) +
+           object("VoltageLevel", "VL" + id,
+                  {{"VoltageLevel.Substation", "#_S"}, {"VoltageLevel.BaseVoltage", "#_BV" + id}}) +
+           object("BaseVoltage", "BV" + id, {{"BaseVoltage.nominalVoltage", kv}});
+}
+
+std::string at(const std::string& terminalId, const std::string& equipmentId, const std::string& node, int number = 1) {
+    return object("Terminal", terminalId,
+                  {{"ACDCTerminal.sequenceNumber", std::to_string(number)},
+                   {"Terminal.ConnectivityNode", "#_" + node},
+                   {"Terminal.ConductingEquipment", "#_" + equipmentId}});
+}
+
+/// A three-winding transformer whose ends are numbered against its terminals, a bus bar behind a breaker, a capacitor,
+/// a motor, and loads of what the other profiles add.
+TEST(Cgmes, NodeBreakerEquipmentFollowsEndsNotTerminalNumbers) {
+    const Folder folder;
+    folder.write("eq.xml",
+                 document("EquipmentCore",
+                          object("Substation", "S", {{"IdentifiedObject.name", "站"}}) + place("H", "220") +
+                              place("M", "110") + place("B", "110") + place("L", "10") +
+                              object("PowerTransformer", "T", {{"IdentifiedObject.name", "T"}}) +
+                              end("e2", 2, "Y", false, 121, 0) + end("e3", 3, "D", false, 11, 0.5) +
+                              end("e1", 1, "Yn", true, 242, 58.08) + at("e1t", "T", "H", 3) + at("e2t", "T", "M", 1) +
+                              at("e3t", "T", "L", 2) + object("Breaker", "K", {{"IdentifiedObject.name", "K"}}) +
+                              at("k1", "K", "M", 1) + at("k2", "K", "B", 2) +
+                              object("BusbarSection", "BB", {{"IdentifiedObject.name", "母线"}}) + at("bb", "BB", "B") +
+                              object("LinearShuntCompensator", "C",
+                                     {{"IdentifiedObject.name", "C"},
+                                      {"ShuntCompensator.normalSections", "1"},
+                                      {"LinearShuntCompensator.bPerSection", "0.001"}}) +
+                              at("ct", "C", "B") +
+                              object("AsynchronousMachine", "A",
+                                     {{"IdentifiedObject.name", "A"},
+                                      {"RotatingMachine.ratedU", "10"},
+                                      {"RotatingMachine.ratedPowerFactor", "0.8"},
+                                      {"AsynchronousMachine.efficiency", "100"},
+                                      {"AsynchronousMachine.iaIrRatio", "5"},
+                                      {"AsynchronousMachine.ratedMechanicalPower", "8"}}) +
+                              at("at", "A", "L")));
+    folder.write("ssh.xml",
+                 document("SteadyStateHypothesis",
+                          object("Breaker", "K", {{"Switch.open", "true"}}, "about") +
+                              object("LinearShuntCompensator", "C", {{"ShuntCompensator.sections", "3"}}, "about")));
+    folder.write("tp.xml", document("Topology", object("TopologicalNode", "TN", {}) +
+                                                    object("ConnectivityNode", "H",
+                                                           {{"ConnectivityNode.TopologicalNode", "#_TN"}}, "about")));
+    folder.write(
+        "sv.xml",
+        document("StateVariables",
+                 object("SvVoltage", "v",
+                        {{"SvVoltage.v", "231"}, {"SvVoltage.angle", "-4"}, {"SvVoltage.TopologicalNode", "#_TN"}})));
+    folder.write("dl.xml",
+                 document("DiagramLayout", object("DiagramObject", "o", {{"DiagramObject.IdentifiedObject", "#_BB"}}) +
+                                               object("DiagramObjectPoint", "p",
+                                                      {{"DiagramObjectPoint.xPosition", "10"},
+                                                       {"DiagramObjectPoint.yPosition", "40"},
+                                                       {"DiagramObjectPoint.DiagramObject", "#_o"}}) +
+                                               object("DiagramObjectPoint", "q",
+                                                      {{"DiagramObjectPoint.xPosition", "20"},
+                                                       {"DiagramObjectPoint.yPosition", "40"},
+                                                       {"DiagramObjectPoint.DiagramObject", "#_o"}})));
+    Report report;
+    const host::NetworkModel model = read(folder.path(), {}, report);
+    const auto& t = model.transformers3.at(0);
+    EXPECT_EQ(t.star, "T中性点");
+    EXPECT_EQ(t.winding[0].node, "NH");
+    EXPECT_EQ(t.winding[0].xn, 7);
+    EXPECT_EQ(t.winding[0].grounding, Grounding::Grounded);
+    EXPECT_EQ(t.winding[2].node, "NL");
+    EXPECT_EQ(t.winding[2].grounding, Grounding::Delta);
+    // ohm on 242 kV over 484 ohm; the 11 kV end through (242 / 11)^2; the middle one is zero and repaired
+    EXPECT_NEAR(t.x1[0], 58.08 / 484, 1e-12);
+    EXPECT_NEAR(t.x1[1], 1e-6, 1e-12);
+    EXPECT_NEAR(t.x0[2], 0.25 * 484 / 484, 1e-12);
+    EXPECT_FALSE(model.switches.at(0).closed);
+    const auto& bus = named(model.nodes, "母线");
+    EXPECT_TRUE(bus.physicalBus);
+    EXPECT_EQ(bus.station, "站");
+    EXPECT_EQ(bus.x, 15);
+    EXPECT_NEAR(model.shunts.at(0).x1, -1 / (0.003 * 121), 1e-12);
+    EXPECT_NEAR(model.generators.at(0).x1, 100 / 10.0 / 5, 1e-12);
+    EXPECT_EQ(model.loadFlow.at(0).nodes.size(), 1U);
+    EXPECT_NEAR(model.loadFlow[0].nodes[0].vMag, 1.05, 1e-12);
 }
 
 TEST(Cgmes, ZippedAndNestedArchivesReadLikeTheFolder) {
