@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <fstream>
 #include <map>
 #include <sstream>
@@ -25,7 +26,8 @@ inline Rows table(const std::string& text, const std::string& name) {
         std::replace(line.begin(), line.end(), ';', ' ');
         std::istringstream fields(line.substr(0, line.find('%')));
         std::vector<double> row;
-        for (double value = 0; fields >> value;) row.push_back(value);
+        // Not read as a number: a stream stops at Inf and NaN.
+        for (std::string word; fields >> word;) row.push_back(std::strtod(word.c_str(), nullptr));
         if (!row.empty()) rows.push_back(row);
     }
     return rows;
