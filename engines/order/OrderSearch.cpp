@@ -32,29 +32,31 @@ OrderSearch::OrderSearch(const Digraph& out, const Digraph& in, const std::vecto
 }
 
 void OrderSearch::placeAll(const std::vector<int>& set) {
-    std::vector<std::size_t> waiting(out_.size());
     std::vector<bool> inSet(out_.size());
     for (const int v : set) {
         inSet[at(v)] = true;
         exclude(v);
     }
-    std::vector<int> ready;
-    for (int v = 0; v < head_; ++v) {
-        waiting[at(v)] = static_cast<std::size_t>(
-            std::count_if(in_[at(v)].begin(), in_[at(v)].end(), [&](int u) { return !inSet[at(u)]; }));
-        if (!inSet[at(v)] && waiting[at(v)] == 0) ready.push_back(v);
-    }
     label_[at(head_)] = 0;
-    for (std::size_t i = 0; i < ready.size(); ++i) {
-        const int v = ready[i];
-        next_[at(previous_[at(head_)])] = v;
-        previous_[at(v)] = previous_[at(head_)];
+    for (const int v : topologicalOrder(inSet)) {
+        const int last = previous_[at(head_)];
+        next_[at(last)] = previous_[at(head_)] = v;
+        previous_[at(v)] = last;
         next_[at(v)] = head_;
-        previous_[at(head_)] = v;
-        for (const int w : out_[at(v)])
-            if (!inSet[at(w)] && --waiting[at(w)] == 0) ready.push_back(w);
     }
     relabel();
+}
+
+std::vector<int> OrderSearch::topologicalOrder(const std::vector<bool>& without) const {
+    std::vector<int> waitingFor(out_.size()), order;
+    for (int v = 0; v < head_; ++v) {
+        for (const int u : in_[at(v)]) waitingFor[at(v)] += without[at(u)] ? 0 : 1;
+        if (!without[at(v)] && waitingFor[at(v)] == 0) order.push_back(v);
+    }
+    for (std::size_t i = 0; i < order.size(); ++i)
+        for (const int w : out_[at(order[i])])
+            if (!without[at(w)] && --waitingFor[at(w)] == 0) order.push_back(w);
+    return order;
 }
 
 void OrderSearch::relabel() {
@@ -63,7 +65,7 @@ void OrderSearch::relabel() {
     for (int v = next_[at(head_)]; v != head_; v = next_[at(v)]) label_[at(v)] = label += gap;
 }
 
-/// A free label between two neighbours, below that of `before` + 1 when there is none.
+/// A label between two neighbours; not above that of `before` when there is none left.
 std::int64_t OrderSearch::labelBetween(int before, int behind) const {
     const std::int64_t low = label_[at(before)];
     const std::int64_t high = behind == head_ ? kLast : label_[at(behind)];
@@ -118,21 +120,25 @@ bool OrderSearch::accepted(std::size_t conflicts) {
     return conflicts - 1 < limit_.size() && random_() < limit_[conflicts - 1];
 }
 
+int OrderSearch::placeBehindPredecessors(int vertex) {
+    const int before = lastBefore(vertex);
+    for (const int w : out_[at(vertex)])
+        if (placed(w) && label_[at(w)] <= label_[at(before)]) conflicts_.push_back(w);
+    return before;
+}
+
+int OrderSearch::placeBeforeSuccessors(int vertex) {
+    const int first = firstBehind(vertex);
+    for (const int u : in_[at(vertex)])
+        if (first != head_ && label_[at(u)] >= label_[at(first)]) conflicts_.push_back(u);
+    return previous_[at(first)];
+}
+
 void OrderSearch::step() {
     const std::uint64_t draw = random_();
     const int vertex = excluded_[(draw >> 1) % excluded_.size()];
     conflicts_.clear();
-    int before = head_;
-    if (draw & 1) {
-        before = lastBefore(vertex);
-        for (const int w : out_[at(vertex)])
-            if (placed(w) && label_[at(w)] <= label_[at(before)]) conflicts_.push_back(w);
-    } else {
-        const int first = firstBehind(vertex);
-        before = previous_[at(first)];
-        for (const int u : in_[at(vertex)])
-            if (placed(u) && first != head_ && label_[at(u)] >= label_[at(first)]) conflicts_.push_back(u);
-    }
+    const int before = draw & 1 ? placeBehindPredecessors(vertex) : placeBeforeSuccessors(vertex);
     if (!accepted(conflicts_.size())) return;
     insertAfter(before, vertex);
     include(vertex);

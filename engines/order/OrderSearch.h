@@ -22,7 +22,11 @@ class OrderSearch {
 
   private:
     void placeAll(const std::vector<int>& set);
+    [[nodiscard]] std::vector<int> topologicalOrder(const std::vector<bool>& without) const;
     void step();
+    /// The vertex after which to put one, and into conflicts_ what it contradicts there.
+    int placeBehindPredecessors(int vertex);
+    int placeBeforeSuccessors(int vertex);
     void insertAfter(int before, int vertex);
     void unlink(int vertex);
     void relabel();
