@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "platform/server/Server.h"
+#include "platform/sql/Sql.h"
 
 namespace sql {
 
@@ -21,6 +22,11 @@ constexpr int retrySeconds = 3;
 
 // The codes of client and server that say: this connection does not exist any more.
 constexpr int lossCodes[] = {2002, 2003, 2006, 2013, 2055, 1053, 1927, 1152, 1158, 1159, 1160, 1161};
+
+int& lossCount() {
+    static int count = 0;
+    return count;
+}
 
 int seconds() {
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
@@ -60,6 +66,7 @@ bool Session::wasLost(const QSqlError& error) {
     const int code = error.nativeErrorCode().toInt();
     if (std::find(std::begin(lossCodes), std::end(lossCodes), code) == std::end(lossCodes)) return false;
     database_.close();
+    ++lossCount();
     setState(doomedName, broken);
     setState(waitName, 0);
     return true;
@@ -77,6 +84,8 @@ bool Session::leaveTransaction(bool keep) {
     if (!keep && !isDoomed()) setState(doomedName, toUndo);
     return isOutside();
 }
+
+int losses() { return lossCount(); }
 
 bool Session::isDoomed() const { return state(doomedName) != kept; }
 

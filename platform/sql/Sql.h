@@ -45,6 +45,9 @@ class Query {
     bool quiet_ = false;
 };
 
+/// How often this program has lost a connection. Work of many statements that sees it change has missed some of them.
+int losses();
+
 /// First column of the first row, or the fallback.
 QVariant scalar(const QString& connection, const QString& text, const QVariantList& values = {},
                 const QVariant& fallback = {});

@@ -2,11 +2,13 @@
 
 #include <QFile>
 
+#include "platform/sql/Sql.h"
 #include "programs/engine/CAutoCalFlow.h"
 #include "programs/engine/CHandCalFlow.h"
 #include "programs/engine/CKlmCalFlow.h"
 #include "programs/engine/RunPreparation.h"
 #include "programs/engine/Sensitivity.h"
+#include "programs/frame/Messages.h"
 #include "programs/workflow/RunShadows.h"
 
 RunSession::RunSession(const CaseNode& node, const CalculationPlaces& places) : case_(node), places_(places) {
@@ -43,7 +45,14 @@ bool RunSession::PrepareRun(Run run) {
     return run == Manual ? prepareRun(Manual, *hand_) : prepareRun(Automatic, *auto_);
 }
 
+bool RunSession::lostStatements() const {
+    if (sql::losses() == lossesBefore_) return false;
+    ReportError(QStringLiteral("计算中与数据库服务器的连接中断，计算中止"), 0);
+    return true;
+}
+
 bool RunSession::start(Run run) {
+    lossesBefore_ = sql::losses();
     for (const EngineProcess* process : processes())
         if (process->isRunning()) return false;
     if (state_ != State::Idle || !PrepareRun(run)) return false;
@@ -77,7 +86,7 @@ bool RunSession::takeResults(CStepCalFlow& flow) {
     const Outcome outcome = flow.caseCal().engineProcess().outcome();
     if (outcome == Outcome::Done) flow.ReadResults(1);
     if (outcome != Outcome::Done) ++failedSteps_;
-    return outcome != Outcome::Aborted && outcome != Outcome::NotStarted && !abortFlag_;
+    return outcome != Outcome::Aborted && outcome != Outcome::NotStarted && !abortFlag_ && !lostStatements();
 }
 
 void RunSession::AutoCalSlot() {
@@ -93,7 +102,7 @@ void RunSession::AutoCalSlot() {
         return;
     }
     if (flow.caseCal().engineProcess().outcome() == EngineProcess::Outcome::Done) flow.ReadResults(2);
-    end(true);
+    end(!lostStatements());
 }
 
 void RunSession::HandCalSlot() {
@@ -132,7 +141,7 @@ void RunSession::KlmFSlot() {
         return end(false);
     }
     klm_->ReadResults(3);
-    end(storeSensitivityParameters(klm_->relayInput()));
+    end(storeSensitivityParameters(klm_->relayInput()) && !lostStatements());
 }
 
 void RunSession::abort() {

@@ -59,6 +59,8 @@ class RunSession : public QObject {
 
   private:
     bool PrepareRun(Run run);
+    /// Whether statements of the run are missing because the server was gone for a while; says so.
+    [[nodiscard]] bool lostStatements() const;
     /// Whether the flow goes on after an end of the engine; reads the results when they are good.
     bool takeResults(CStepCalFlow& flow);
     bool stepOrEnd(CStepCalFlow& flow);
@@ -80,4 +82,5 @@ class RunSession : public QObject {
     bool recalcPending_ = false;
     bool abortFlag_ = false;
     int failedSteps_ = 0;
+    int lossesBefore_ = 0;
 };

@@ -116,7 +116,9 @@ TEST_F(Server, ComesBackAfterAKillWithAllThatWasCommitted) {
     ASSERT_TRUE(sql::Query().exec("INSERT INTO kept VALUES (1)"));
     ::kill(static_cast<pid_t>(folders.processId()), SIGKILL);
     folders.waitUntilDown();
+    const int before = sql::losses();
     EXPECT_FALSE(sql::Query().exec("INSERT INTO kept VALUES (2)"));
+    EXPECT_EQ(sql::losses(), before + 1);
     ASSERT_EQ(dock.lines.size(), 1);
     EXPECT_TRUE(dock.lines[0].contains("连接中断"));
     EXPECT_TRUE(sql::Query().exec("INSERT INTO kept VALUES (3)"));
