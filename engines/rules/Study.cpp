@@ -1,5 +1,6 @@
 #include "engines/rules/Study.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "engines/network/SectionGraph.h"
@@ -37,14 +38,22 @@ auto parsed(const std::filesystem::path& directory, const char* file, Parse pars
     return parse(exchange::readAll(directory / file), file);
 }
 
+/// The results name relays and main branches by their numbers, and 0 there means none.
+void checkNumber(int number, const char* file, const std::string& what) {
+    if (number < 1) throw exchange::FormatError(file, 0, what + " " + std::to_string(number) + " is no number from 1");
+}
+
 void readRelays(const std::filesystem::path& directory, Study& study) {
-    for (const exchange::RelayBlock& block : parsed(directory, exchange::file::kRelays, exchange::parseRelays))
+    for (const exchange::RelayBlock& block : parsed(directory, exchange::file::kRelays, exchange::parseRelays)) {
+        checkNumber(block.rno, exchange::file::kRelays, "relay");
         study.relays.push_back(placeRelay(block, study.network));
+    }
 }
 
 void readMainBranches(const std::filesystem::path& directory, Study& study) {
     const char* file = exchange::file::kMainBranches;
     for (exchange::MainBranch& record : parsed(directory, file, exchange::parseMainBranches)) {
+        checkNumber(record.fzNo, file, "main branch");
         const std::string where = "main branch " + std::to_string(record.fzNo);
         FaultCases cases = faultCases(study.network, record.faults, file, where, study.notes);
         study.mainBranches.push_back({std::move(record), std::move(cases)});
@@ -60,11 +69,21 @@ void readRules(const std::filesystem::path& directory, Study& study) {
     }
 }
 
+bool hasNegative(const exchange::CoefficientResult& r) {
+    const double numbers[] = {double(r.fzNo),   double(r.mINo),   double(r.mJNo),  double(r.mIdNo), double(r.mSide),
+                              double(r.bINo),   double(r.bJNo),   double(r.bIdNo), double(r.nlRNo), r.fz1,
+                              double(r.nSel1a), double(r.nSel1b), double(r.nSys1), r.fz0,           double(r.nSel0a),
+                              double(r.nSel0b), double(r.nSys0)};
+    return std::ranges::any_of(numbers, [](double number) { return number < 0; });
+}
+
 void readEarlierCoefficients(const std::filesystem::path& directory, Study& study) {
     const auto path = directory / exchange::file::kEarlierCoefficients;
     if (!std::filesystem::exists(path)) return;
     study.earlier = exchange::parseCoefficients(exchange::readAll(path));
     std::erase_if(study.earlier, [](const exchange::CoefficientResult& line) { return line.fzNo == 0; });
+    if (std::ranges::any_of(study.earlier, hasNegative))
+        throw exchange::FormatError(exchange::file::kEarlierCoefficients, 0, "a negative number stands in it");
 }
 
 }  // namespace
