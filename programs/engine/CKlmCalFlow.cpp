@@ -1,6 +1,7 @@
 #include "programs/engine/CKlmCalFlow.h"
 
 #include "exchange/FileNames.h"
+#include "platform/sql/Sql.h"
 #include "programs/engine/WorkFiles.h"
 
 CKlmCalFlow::CKlmCalFlow(int rTypeNo, const QString& typeCode, const QString& workDir, const QString& exeDir)
@@ -16,6 +17,7 @@ bool CKlmCalFlow::Run() {
 }
 
 void CKlmCalFlow::expandRules() {
+    sql::Transaction faults;
     int rno = -1, ruleNo = -1;
     for (bool more = rowCursor.first(); more; more = rowCursor.next()) {
         const SettingRow& row = rowCursor.row();
@@ -24,6 +26,7 @@ void CKlmCalFlow::expandRules() {
         rno = row.rno;
         ruleNo = row.ruleNo;
     }
+    faults.commit();
 }
 
 void CKlmCalFlow::writeRelays() {

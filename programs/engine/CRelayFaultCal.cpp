@@ -1,6 +1,8 @@
 #include "programs/engine/CRelayFaultCal.h"
 
 #include "programs/engine/MainBranchRows.h"
+#include "programs/engine/RuleFaultRows.h"
+#include "programs/engine/RunInputs.h"
 
 CRelayFaultCal::CRelayFaultCal(int rTypeNo, const QString& typeCode, const QString& workDir, int caseNo)
     : rTypeNo_(rTypeNo), typeCode_(typeCode), workDir_(workDir), caseNo_(caseNo) {}
@@ -12,9 +14,28 @@ const RuleData& CRelayFaultCal::rules() {
     return *rules_;
 }
 
+RunInputs& CRelayFaultCal::inputs() {
+    if (!inputs_) inputs_ = std::make_unique<RunInputs>(caseNo_, modeCaseNo(), typeCode_);
+    return *inputs_;
+}
+
+RunFaultRows& CRelayFaultCal::ruleFaults() {
+    if (!ruleFaults_) ruleFaults_ = std::make_unique<RunFaultRows>(caseNo_);
+    return *ruleFaults_;
+}
+
 MainBranchRows& CRelayFaultCal::mainBranches(int caseNo) {
     if (!mainBranches_ || mainBranches_->caseNo() != caseNo) mainBranches_ = std::make_unique<MainBranchRows>(caseNo);
     return *mainBranches_;
 }
 
-void CRelayFaultCal::forgetMainBranches() { mainBranches_.reset(); }
+void CRelayFaultCal::forgetRun() {
+    inputs_.reset();
+    ruleFaults_.reset();
+    mainBranches_.reset();
+}
+
+void CRelayFaultCal::storeFaults() {
+    const bool stored = (!ruleFaults_ || ruleFaults_->store()) && (!mainBranches_ || mainBranches_->store());
+    if (!stored) forgetRun();  // what the tables hold now is for them to tell
+}

@@ -4,10 +4,12 @@
 #include <memory>
 
 #include "programs/engine/BranchStep.h"
+#include "programs/engine/MainBranchRows.h"
 #include "programs/engine/RowCursor.h"
 #include "programs/engine/RuleData.h"
 
-class MainBranchRows;
+class RunFaultRows;
+class RunInputs;
 
 /// Writes what the programs are told for one engine run (relays, faults) and reads back what they leave.
 class CRelayFaultCal {
@@ -49,13 +51,19 @@ class CRelayFaultCal {
     void setKlmCaseNo(int caseNo) { klmCaseNo_ = caseNo; }
     /// Reads the rule database anew at the next need, or takes over what was read.
     void useRules(std::shared_ptr<const RuleData> rules) { rules_ = std::move(rules); }
-    /// Forgets the main branches kept from step to step: to be called when others changed the tables.
-    void forgetMainBranches();
+    /// Forgets what is kept from step to step (definitions, faults and main branches of the run): to be called before a
+    /// run, and whenever others have changed the tables.
+    void forgetRun();
 
   private:
     const RuleData& rules();
+    RunInputs& inputs();
+    RunFaultRows& ruleFaults();
     MainBranchRows& mainBranches(int caseNo);
+    void expandRow(const SettingRow& row, const SettingRule& rule);
     void setUpMainBranches(const SettingRow& row);
+    void expandMainBranch(const MainBranchRows::End& end, int patNo, int caseNo, int fzNo);
+    void storeFaults();
     bool writeMainBranches();
     [[nodiscard]] int modeCaseNo() const { return klmCaseNo_ != -1 ? klmCaseNo_ : caseNo_; }
 
@@ -67,5 +75,7 @@ class CRelayFaultCal {
     int singleRule_ = 0;
     int klmCaseNo_ = -1;
     std::shared_ptr<const RuleData> rules_;
+    std::unique_ptr<RunInputs> inputs_;
+    std::unique_ptr<RunFaultRows> ruleFaults_;
     std::unique_ptr<MainBranchRows> mainBranches_;
 };

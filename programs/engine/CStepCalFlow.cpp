@@ -29,10 +29,12 @@ bool CStepCalFlow::Step() {
     pno_ = row.pno;
     prTypeNo_ = prTypeNo;
     relayFault().WriteRelayFile(prTypeNo_, rno_);
+    sql::Transaction faults;
     do {
         relayFault().ExpandFaults(&rowCursor);
         passRule();
     } while (hasRow && standsOnSamePart() && prTypeOf(rowCursor.row().ruleNo) == prTypeNo_);
+    faults.commit();
     relayFault().WriteFaultFiles(rno_, pno_, prTypeNo_, 2, row.ruleNo);
     carryCoefficients(sameType);
     return caseCal().RunEngine(exeDir_, workDir());
@@ -53,7 +55,7 @@ bool CStepCalFlow::RecalculateRule(const RowCursor* cursor) {
         sql::Query().exec(QString("DELETE FROM ") + table + " WHERE RNo=? AND PNo=? AND RuleNo=? AND Case_No=?",
                           {row.rno, row.pno, row.ruleNo, caseNo()});
     reloadRules();
-    relayFault().forgetMainBranches();
+    relayFault().forgetRun();
     prTypeNo_ = prTypeOf(row.ruleNo);
     relayFault().WriteRelayFile(prTypeNo_, row.rno);
     relayFault().ExpandFaults(cursor);

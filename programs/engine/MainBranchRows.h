@@ -1,9 +1,10 @@
 #pragma once
 
-#include <QHash>
 #include <QVariant>
 #include <QVector>
+#include <deque>
 #include <map>
+#include <string>
 #include <tuple>
 
 /// A row of RLY_CFZXSRM but for its `FzNo` and case.
@@ -25,36 +26,42 @@ class MainBranchRows {
     struct Branch {
         int fzNo = 0;
         int flg = 0;  ///< 0 made automatically, 1 the user's, may be extended, 2 the user's, stands for itself
+        End end;
+        QVector<MainBranchFault> faults;
+        std::string text;  ///< its section of the main-branch file; empty when it has to be made anew
+
+        /// An automatic fault stands at this place.
+        [[nodiscard]] bool hasFault(int idNo, int iNo, int jNo, int kLoc) const;
+        /// An automatic outage of this element stands there.
+        [[nodiscard]] bool hasOutage(int idNo, int iNo, int jNo) const;
+        /// Highest number in a range in use; 0 when there is none.
+        [[nodiscard]] int highest(int from, int to) const;
     };
 
     explicit MainBranchRows(int caseNo);
 
     [[nodiscard]] int caseNo() const { return caseNo_; }
-    [[nodiscard]] const Branch* find(const End& end) const;
-    /// Adds a main branch under the next free number. \return its number
-    int add(const End& end, int flg = 0);
-    /// Adds one under its own number.
-    void add(const End& end, int flg, int fzNo);
-
-    /// An automatic fault stands at this place.
-    [[nodiscard]] bool hasFault(int fzNo, int idNo, int iNo, int jNo, int kLoc) const;
-    /// An automatic outage of this element stands there.
-    [[nodiscard]] bool hasOutage(int fzNo, int idNo, int iNo, int jNo) const;
-    /// Highest number in a range in use; 0 when there is none.
-    [[nodiscard]] int highest(int fzNo, int from, int to) const;
-    void addFault(int fzNo, const MainBranchFault& fault);
-    void addOutage(int fzNo, int mType, int idNo, int iNo, int jNo, bool line);
+    /// In the order of their numbers as they were made.
+    [[nodiscard]] std::deque<Branch>& branches() { return branches_; }
+    /// First main branch at an end; null when there is none.
+    [[nodiscard]] Branch* find(const End& end);
+    [[nodiscard]] Branch* find(int fzNo);
+    /// Adds a main branch, under the next free number when `fzNo` is 0.
+    Branch& add(const End& end, int flg, int fzNo = 0);
+    void addFault(Branch& branch, const MainBranchFault& fault);
+    void addOutage(Branch& branch, int mType, int idNo, int iNo, int jNo, bool line);
 
     /// Inserts what was added, in one transaction.
     bool store();
 
   private:
     using Key = std::tuple<int, int, int, int>;
-    void read();
+    Branch& keep(const End& end, int flg, int fzNo);
 
     int caseNo_;
     int lastNo_ = 0;
-    std::map<Key, Branch> branches_;
-    QHash<int, QVector<MainBranchFault>> faults_;
+    std::deque<Branch> branches_;
+    std::map<Key, Branch*> byEnd_;
+    std::map<int, Branch*> byNo_;
     QVector<QVariantList> newBranches_, newFaults_;
 };

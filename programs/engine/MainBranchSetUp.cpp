@@ -47,24 +47,29 @@ void CRelayFaultCal::setUpMainBranches(const SettingRow& row) {
     const BranchRow* branch = branches->find(row.idName, row.iName, row.jName);
     if (!branch) return;
     const int ownNode = row.side == 1 ? branch->iNo : branch->jNo;
-    MainBranchRows& rows = mainBranches(caseNo_);
     for (const WalkStep& e : mainBranchSteps(ownNode, *branch)) {
-        const MainBranchRows::End end = endOf(e);
-        const MainBranchRows::Branch* known = rows.find(end);
+        const MainBranchRows::Branch* known = mainBranches(caseNo_).find(endOf(e));
         if (known && known->flg == kStandsForItself) continue;
-        const bool back = e.node == ownNode;
-        expandMainBranch(end, rules().branchTemplate(back ? kBackToRelay : kGeneral), back, known ? known->fzNo : 0,
-                         rows);
+        expandMainBranch(endOf(e), e.node == ownNode ? kBackToRelay : kGeneral, caseNo_, known ? known->fzNo : 0);
     }
-    rows.store();
+}
+
+void CRelayFaultCal::expandMainBranch(const MainBranchRows::End& end, int patNo, int caseNo, int fzNo) {
+    const std::vector<TemplateFault>& faults = rules().branchTemplate(patNo);
+    if (faults.empty()) return ReportError("没有对应的模板，不能自动设置分支系数计算信息", 0);
+    MainBranchRows& rows = mainBranches(caseNo);
+    MainBranchRows::Branch* known = fzNo == 0 ? nullptr : rows.find(fzNo);
+    MainBranchRows::Branch& branch = known ? *known : rows.add(end, 0);
+    if (!addTemplateFaults(branch, faults, patNo == kBackToRelay, known == nullptr, rows)) return;
+    if (const BranchRow* row = BranchTable::current()->find(end.idNo, end.iNo, end.jNo))
+        addMainBranchOutages(branch, inputs().outagesOfMainBranch({row->idName, row->iName, row->jName}, end.side),
+                             rows);
 }
 
 void CRelayFaultCal::ExpandBranchCoefTemplate(int idNo, int iNo, int jNo, int side, int patNo, int caseNo, int exists,
                                               int fzNo) {
-    MainBranchRows& rows = mainBranches(caseNo);
-    expandMainBranch({idNo, iNo, jNo, side}, rules().branchTemplate(patNo), patNo == kBackToRelay, exists ? fzNo : 0,
-                     rows);
-    rows.store();
+    expandMainBranch({idNo, iNo, jNo, side}, patNo, caseNo, exists ? fzNo : 0);
+    storeFaults();
 }
 
 namespace {
@@ -95,7 +100,7 @@ QHash<int, UserBranch> addUserBranches(const BranchTable& branches, MainBranchRo
 }  // namespace
 
 bool CRelayFaultCal::CopyUserMainBranches() {
-    forgetMainBranches();
+    mainBranches_.reset();
     const auto branches = BranchTable::current();
     MainBranchRows& rows = mainBranches(caseNo_);
     const QHash<int, UserBranch> taken = addUserBranches(*branches, rows);
@@ -105,8 +110,8 @@ bool CRelayFaultCal::CopyUserMainBranches() {
         const auto user = taken.constFind(q.number(0));
         if (user == taken.constEnd()) continue;
         if (const BranchRow* branch = branches->find(q.text(2), q.text(3), q.text(4)))
-            rows.addFault(user->fzNo, {q.number(1), branch->idNo, branch->iNo, branch->jNo, q.number(5), q.number(6),
-                                       q.real(7), q.real(8), user->flg});
+            rows.addFault(*rows.find(user->fzNo), {q.number(1), branch->idNo, branch->iNo, branch->jNo, q.number(5),
+                                                   q.number(6), q.real(7), q.real(8), user->flg});
         else
             ReportError("已定义的主干支路" + user->idName + "中涉及的支路" + q.text(2) + "不存在、无效或不在当前方案中",
                         1);

@@ -6,12 +6,11 @@
 #include "platform/sql/Sql.h"
 #include "programs/engine/BulkUpdate.h"
 #include "programs/engine/CRelayFaultCal.h"
+#include "programs/engine/RunInputs.h"
 #include "programs/engine/WorkFiles.h"
 #include "programs/frame/Messages.h"
 
 namespace {
-
-constexpr std::size_t kRulesPerQuery = 200;
 
 /// Takes values over into columns and tells once per file when one does not fit.
 class Values {
@@ -46,32 +45,12 @@ std::map<RowKey, double> settingValues(const std::vector<exchange::SettingResult
     return settings;
 }
 
-std::vector<std::tuple<int, int, int>> rulesOf(const std::map<RowKey, double>& settings) {
-    std::vector<std::tuple<int, int, int>> rules;
-    for (const auto& [key, value] : settings) {
-        const std::tuple rule(std::get<0>(key), std::get<1>(key), std::get<2>(key));
-        if (rules.empty() || rules.back() != rule) rules.push_back(rule);
-    }
-    return rules;
-}
-
 /// The rows of the table that the values belong to, as (`ID`, `Rdz`).
-QVector<QVariantList> rowsFor(const std::map<RowKey, double>& settings, int caseNo) {
+QVector<QVariantList> rowsFor(const std::map<RowKey, double>& settings, RunInputs& inputs) {
     QVector<QVariantList> rows;
-    const auto rules = rulesOf(settings);
-    for (std::size_t from = 0; from < rules.size(); from += kRulesPerQuery) {
-        const std::size_t count = std::min(kRulesPerQuery, rules.size() - from);
-        QVariantList values{caseNo};
-        for (std::size_t k = from; k < from + count; ++k)
-            values << std::get<0>(rules[k]) << std::get<1>(rules[k]) << std::get<2>(rules[k]);
-        sql::Query q;
-        q.exec("SELECT ID,RNo,PNo,RuleNo,Cdz FROM RLY_RDZTEM WHERE Case_No=? AND (" +
-                   QStringList(static_cast<qsizetype>(count), "(RNo=? AND PNo=? AND RuleNo=?)").join(" OR ") + ")",
-               values);
-        while (q.next()) {
-            const auto it = settings.find({q.number(1), q.number(2), q.number(3), q.text(4)});
-            if (it != settings.end()) rows.push_back({q.number(0), it->second});
-        }
+    for (const auto& [key, value] : settings) {
+        const auto& [rno, pno, ruleNo, cdz] = key;
+        if (const int id = inputs.settingRowId(rno, pno, ruleNo, cdz)) rows.push_back({id, value});
     }
     return rows;
 }
@@ -82,7 +61,7 @@ bool CRelayFaultCal::ReadSettingResults() {
     const auto text = work::read(workDir_, exchange::file::kSettingResults);
     if (!text) return false;
     const auto settings = settingValues(exchange::parseSettingResults(*text), rules());
-    return updateByKey("RLY_RDZTEM", {"ID", "Rdz"}, rowsFor(settings, caseNo_));
+    return updateByKey("RLY_RDZTEM", {"ID", "Rdz"}, rowsFor(settings, inputs()));
 }
 
 bool CRelayFaultCal::ReadFaultResults() {

@@ -10,44 +10,44 @@ namespace {
 const QStringList kColumns{"RNo",  "PNo",   "RuleNo", "RMode", "MType", "ID_No", "I_No",
                            "J_No", "K_Loc", "FType",  "R",     "X",     "Flg",   "Case_No"};
 
-int highestOf(const QVector<RuleFaultRow>& rows, int pno, int rMode, int from, int to) {
+}  // namespace
+
+RunFaultRows::RunFaultRows(int caseNo) : caseNo_(caseNo) {
+    sql::Query q;
+    q.exec("SELECT RNo,RuleNo,PNo,RMode,MType,ID_No,I_No,J_No,K_Loc,FType,R,X,Flg FROM RLY_CRUDRM WHERE Case_No=?",
+           {caseNo});
+    while (q.next())
+        rows_[{q.number(0), q.number(1)}].push_back({q.number(2), q.number(3), q.number(4), q.number(5), q.number(6),
+                                                     q.number(7), q.number(8), q.number(9), q.real(10), q.real(11),
+                                                     q.number(12)});
+}
+
+const QVector<RuleFaultRow>& RunFaultRows::of(int rno, int ruleNo) const {
+    static const QVector<RuleFaultRow> none;
+    const auto it = rows_.find({rno, ruleNo});
+    return it == rows_.end() ? none : it->second;
+}
+
+void RunFaultRows::add(int rno, int ruleNo, const RuleFaultRow& f) {
+    rows_[{rno, ruleNo}].push_back(f);
+    added_.push_back(
+        {rno, f.pno, ruleNo, f.rMode, f.mType, f.idNo, f.iNo, f.jNo, f.kLoc, f.fType, f.r, f.x, f.flg, caseNo_});
+}
+
+bool RunFaultRows::store() {
+    const QVector<QVariantList> rows = std::exchange(added_, {});
+    return rows.isEmpty() || sql::insertRows({}, "RLY_CRUDRM", kColumns, rows);
+}
+
+int RuleFaultRows::highest(int pno, int rMode, int from, int to) const {
     int highest = 0;
-    for (const RuleFaultRow& row : rows)
+    for (const RuleFaultRow& row : all_.of(rno_, ruleNo_))
         if (row.pno == pno && row.rMode == rMode && row.mType >= from && row.mType <= to)
             highest = std::max(highest, row.mType);
     return highest;
 }
 
-}  // namespace
-
-RuleFaultRows::RuleFaultRows(int caseNo, int rno, int ruleNo) : caseNo_(caseNo), rno_(rno), ruleNo_(ruleNo) {
-    sql::Query q;
-    q.exec("SELECT PNo,RMode,MType FROM RLY_CRUDRM WHERE RNo=? AND RuleNo=? AND Case_No=?", {rno, ruleNo, caseNo});
-    while (q.next()) {
-        RuleFaultRow row;
-        row.pno = q.number(0);
-        row.rMode = q.number(1);
-        row.mType = q.number(2);
-        stored_.push_back(row);
-    }
-}
-
-int RuleFaultRows::highest(int pno, int rMode, int from, int to) const {
-    return std::max(highestOf(stored_, pno, rMode, from, to), highestOf(added_, pno, rMode, from, to));
-}
-
 void RuleFaultRows::addOutage(int pno, int rMode, int mType, int idNo, int iNo, int jNo, bool line) {
     for (const OutageRow& row : outageRows(line))
         add({pno, rMode, mType, idNo, iNo, jNo, row.kLoc, row.fType, row.z, row.z, 0});
-}
-
-bool RuleFaultRows::store() {
-    if (added_.isEmpty()) return true;
-    QVector<QVariantList> rows;
-    for (const RuleFaultRow& f : added_)
-        rows.push_back(
-            {rno_, f.pno, ruleNo_, f.rMode, f.mType, f.idNo, f.iNo, f.jNo, f.kLoc, f.fType, f.r, f.x, f.flg, caseNo_});
-    stored_ += added_;
-    added_.clear();
-    return sql::insertRows({}, "RLY_CRUDRM", kColumns, rows);
 }

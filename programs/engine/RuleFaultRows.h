@@ -2,8 +2,10 @@
 
 #include <QVariant>
 #include <QVector>
+#include <map>
+#include <utility>
 
-/// A row of RLY_CRUDRM but for the keys that its RuleFaultRows holds.
+/// A row of RLY_CRUDRM but for its relay, rule and case.
 struct RuleFaultRow {
     int pno = 0, rMode = 0, mType = 0;
     int idNo = 0, iNo = 0, jNo = 0;
@@ -12,20 +14,35 @@ struct RuleFaultRow {
     int flg = 0;  ///< 0 from a template, 1 set by the user
 };
 
-/// The faults of one relay and rule in a run: those that stand in RLY_CRUDRM, and those added since.
-class RuleFaultRows {
+/// The rule faults of a run: those that stand in RLY_CRUDRM for the case, and those added since.
+class RunFaultRows {
   public:
-    RuleFaultRows(int caseNo, int rno, int ruleNo);
+    explicit RunFaultRows(int caseNo);
 
-    /// Highest number in a range of fault numbers in use in a mode; 0 when there is none.
-    [[nodiscard]] int highest(int pno, int rMode, int from, int to) const;
-    void add(const RuleFaultRow& row) { added_.push_back(row); }
-    /// Adds all rows of an element that is out of service.
-    void addOutage(int pno, int rMode, int mType, int idNo, int iNo, int jNo, bool line);
-    /// Inserts the added rows in one statement.
+    /// Rows of a rule in the order in which they were made.
+    [[nodiscard]] const QVector<RuleFaultRow>& of(int rno, int ruleNo) const;
+    void add(int rno, int ruleNo, const RuleFaultRow& row);
+    /// Inserts what was added, in one statement.
     bool store();
 
   private:
-    int caseNo_, rno_, ruleNo_;
-    QVector<RuleFaultRow> stored_, added_;
+    int caseNo_;
+    std::map<std::pair<int, int>, QVector<RuleFaultRow>> rows_;
+    QVector<QVariantList> added_;
+};
+
+/// The same for one relay and rule.
+class RuleFaultRows {
+  public:
+    RuleFaultRows(RunFaultRows& all, int rno, int ruleNo) : all_(all), rno_(rno), ruleNo_(ruleNo) {}
+
+    /// Highest number in a range of fault numbers in use in a mode; 0 when there is none.
+    [[nodiscard]] int highest(int pno, int rMode, int from, int to) const;
+    void add(const RuleFaultRow& row) { all_.add(rno_, ruleNo_, row); }
+    /// Adds all rows of an element that is out of service.
+    void addOutage(int pno, int rMode, int mType, int idNo, int iNo, int jNo, bool line);
+
+  private:
+    RunFaultRows& all_;
+    int rno_, ruleNo_;
 };

@@ -24,6 +24,7 @@ bool clearWorkingRows(int caseNo) {
 bool prepare(CCaseCalFlow& flow, RowCursor& cursor, int mode) {
     if (!hasRelays() || !clearWorkingRows(flow.caseNo())) return false;
     flow.reloadRules();
+    flow.relayFault().forgetRun();
     flow.relayFault().CopyUserMainBranches();
     if (!flow.relayInput().PrepareCalculation(mode)) return false;
     cursor = RowCursor::ofCase(flow.caseNo());
