@@ -8,7 +8,6 @@
 #include <mutex>
 #include <numeric>
 #include <stdexcept>
-#include <tuple>
 #include <utility>
 
 namespace engines {
@@ -40,6 +39,8 @@ struct Ordering::Structure {
     void analyse();
     /// Rows of L with an entry in row k, in topological order, at the end of `stack`; returns where they begin.
     int reach(int k, Indices& mark, Indices& stack) const;
+    /// The unknowns that a sparse right-hand side touches on the way to the roots of the elimination tree, ascending.
+    Indices paths(const std::vector<std::pair<int, Complex>>& rhs) const;
 };
 
 void Ordering::Structure::order(const std::vector<SymmetricEntry>& entries) {
@@ -61,11 +62,23 @@ void Ordering::Structure::order(const std::vector<SymmetricEntry>& entries) {
     for (int k = 0; k < n; ++k) place[at(permutation[at(k)])] = k;
 }
 
+/// An entry of the upper triangle in elimination order; entry -1 stands for the diagonal, which is always there.
+struct Key {
+    int column = 0, row = 0, entry = -1;
+    [[nodiscard]] bool at(const Key& o) const { return column == o.column && row == o.row; }
+};
+
+/// Stable sort by one member below n, in linear time.
+std::vector<Key> sorted(const std::vector<Key>& keys, int Key::*member, int n) {
+    Indices next(at(n) + 1, 0);
+    for (const Key& key : keys) ++next[at(key.*member) + 1];
+    std::partial_sum(next.begin(), next.end(), next.begin());
+    std::vector<Key> result(keys.size());
+    for (const Key& key : keys) result[at(next[at(key.*member)]++)] = key;
+    return result;
+}
+
 void Ordering::Structure::compress(const std::vector<SymmetricEntry>& entries) {
-    struct Key {
-        int column, row, entry;
-        bool operator<(const Key& o) const { return std::tie(column, row) < std::tie(o.column, o.row); }
-    };
     std::vector<Key> keys;
     keys.reserve(entries.size() + at(n));
     for (int i = 0; i < n; ++i) keys.push_back({i, i, -1});
@@ -73,11 +86,11 @@ void Ordering::Structure::compress(const std::vector<SymmetricEntry>& entries) {
         const int a = place[at(entries[e].row)], b = place[at(entries[e].column)];
         keys.push_back({std::max(a, b), std::min(a, b), static_cast<int>(e)});
     }
-    std::sort(keys.begin(), keys.end());
+    keys = sorted(sorted(keys, &Key::row, n), &Key::column, n);
     start.assign(at(n) + 1, 0);
     slot.resize(entries.size());
     for (std::size_t k = 0; k < keys.size(); ++k) {
-        if (k == 0 || keys[k - 1] < keys[k]) row.push_back(keys[k].row), ++start[at(keys[k].column) + 1];
+        if (k == 0 || !keys[k].at(keys[k - 1])) row.push_back(keys[k].row), ++start[at(keys[k].column) + 1];
         if (keys[k].entry >= 0) slot[at(keys[k].entry)] = static_cast<int>(row.size()) - 1;
     }
     std::partial_sum(start.begin(), start.end(), start.begin());
@@ -95,6 +108,18 @@ int Ordering::Structure::reach(int k, Indices& mark, Indices& stack) const {
         while (length > 0) stack[at(--top)] = stack[at(--length)];
     }
     return top;
+}
+
+Indices Ordering::Structure::paths(const std::vector<std::pair<int, Complex>>& rhs) const {
+    Indices result;
+    for (const auto& [i, value] : rhs) {
+        for (int k = place[at(i)]; k >= 0; k = parent[at(k)]) result.push_back(k);
+    }
+    if (rhs.size() > 1) {
+        std::sort(result.begin(), result.end());
+        result.erase(std::unique(result.begin(), result.end()), result.end());
+    }
+    return result;
 }
 
 void Ordering::Structure::analyse() {
@@ -128,6 +153,25 @@ Ordering::Ordering(int n, const std::vector<SymmetricEntry>& entries) : structur
 }
 
 Ordering::~Ordering() = default;
+
+namespace {
+/// Of the positions of the entries; equal positions in equal order have the same one.
+std::uint64_t fingerprint(int n, const std::vector<SymmetricEntry>& entries) {
+    std::uint64_t hash = static_cast<std::uint64_t>(n);
+    for (const auto& e : entries) {
+        hash = (hash ^ static_cast<std::uint64_t>(e.row)) * 0x9E3779B97F4A7C15u;
+        hash = (hash ^ (hash >> 29) ^ static_cast<std::uint64_t>(e.column)) * 0xBF58476D1CE4E5B9u;
+    }
+    return hash;
+}
+}  // namespace
+
+std::shared_ptr<const Ordering> OrderingCache::of(int n, const std::vector<SymmetricEntry>& entries) {
+    const std::lock_guard lock(mutex_);
+    auto& kept = kept_[fingerprint(n, entries)];
+    if (!kept) kept = std::make_shared<const Ordering>(n, entries);
+    return kept;
+}
 
 struct Factors::Lu {
     klu_common common{};
@@ -240,16 +284,15 @@ std::vector<Complex> Factors::solve(std::vector<Complex> rhs) const {
     return backward(std::move(x));
 }
 
-std::vector<Complex> Factors::unit(int column) const {
+std::vector<Complex> Factors::solve(const std::vector<std::pair<int, Complex>>& rhs) const {
     const auto& s = *ordering_->structure_;
     std::vector<Complex> x(at(s.n));
     if (lu_) {
-        x[at(column)] = 1;
+        for (const auto& [i, value] : rhs) x[at(i)] += value;
         return solve(std::move(x));
     }
-    x[at(s.place[at(column)])] = 1;
-    // Only the unknowns on the way to the root of the elimination tree are touched.
-    for (int k = s.place[at(column)]; k >= 0; k = s.parent[at(k)]) {
+    for (const auto& [i, value] : rhs) x[at(s.place[at(i)])] += value;
+    for (const int k : s.paths(rhs)) {
         for (int p = s.lowerStart[at(k)]; p < s.lowerStart[at(k) + 1]; ++p) {
             x[at(s.lowerRow[at(p)])] -= product(lower_[at(p)], x[at(k)]);
         }

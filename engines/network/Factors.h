@@ -1,7 +1,11 @@
 #pragma once
 
 #include <complex>
+#include <cstdint>
+#include <map>
 #include <memory>
+#include <mutex>
+#include <utility>
 #include <vector>
 
 /// Sparse complex symmetric systems: L D L' with a fill-reducing order.
@@ -29,6 +33,16 @@ class Ordering {
     std::unique_ptr<Structure> structure_;
 };
 
+/// Orderings by the positions of their entries: the operating modes of a network share them.
+class OrderingCache {
+  public:
+    std::shared_ptr<const Ordering> of(int n, const std::vector<SymmetricEntry>& entries);
+
+  private:
+    std::mutex mutex_;
+    std::map<std::uint64_t, std::shared_ptr<const Ordering>> kept_;
+};
+
 /// The numeric factors of one matrix.
 /// Source: T. A. Davis, Direct Methods for Sparse Linear Systems, ch. 4 (up-looking factorisation along the
 /// elimination tree). Without pivoting; a matrix whose diagonal breaks down on the way goes to an LU with pivoting.
@@ -42,8 +56,9 @@ class Factors {
     Factors& operator=(const Factors&) = delete;
 
     [[nodiscard]] std::vector<std::complex<double>> solve(std::vector<std::complex<double>> rhs) const;
-    /// Column of the inverse.
-    [[nodiscard]] std::vector<std::complex<double>> unit(int column) const;
+    /// The same for a right-hand side of a few values, given with their places.
+    [[nodiscard]] std::vector<std::complex<double>> solve(
+        const std::vector<std::pair<int, std::complex<double>>>& rhs) const;
     /// Whether the diagonal held and the symmetric factors are in use.
     [[nodiscard]] bool symmetric() const { return !lu_; }
 

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "engines/network/Factors.h"
 #include "exchange/TextFile.h"
 
 namespace engines {
@@ -43,7 +44,10 @@ ZeroPath zeroPath(int zcType) {
 /// Fills a network element by element; the look-ups are complete as soon as an element is in.
 class Builder {
   public:
-    explicit Builder(bool loadFlow) { network_.loadFlow = loadFlow; }
+    explicit Builder(bool loadFlow) {
+        network_.loadFlow = loadFlow;
+        network_.orderings = std::make_shared<OrderingCache>();
+    }
 
     void add(Row row, const exchange::NetBus& bus);
     void add(Row row, const exchange::NetLine& line);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <complex>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -81,6 +82,8 @@ struct Bus {
     std::string name;   ///< GBK
 };
 
+class OrderingCache;
+
 struct Network {
     bool loadFlow = false;
     std::vector<Bus> buses;
@@ -97,6 +100,7 @@ struct Network {
 
     std::unordered_map<int, int> busByNo;
     std::unordered_multimap<int, int> branchById;
+    std::shared_ptr<OrderingCache> orderings;  ///< elimination orders, found once for all operating modes; may be empty
 };
 
 /// \throws exchange::FormatError when an element names a bus that does not exist, or an impedance is zero or not finite

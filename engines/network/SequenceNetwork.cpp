@@ -70,15 +70,19 @@ Complex weighted(const BusWeights& weights, const ComplexVector& voltages) {
 }
 
 SequenceNetwork::SequenceNetwork(std::shared_ptr<const SequenceElements> elements, ComplexVector injection)
-    : elements_(std::move(elements)), islands_(*elements_, removed_), injection_(std::move(injection)) {
+    : elements_(std::move(elements)),
+      islands_(std::make_shared<Islands>(*elements_, removed_)),
+      bridges_(bridges(*elements_)),
+      injection_(std::move(injection)) {
     const std::vector<SymmetricEntry> matrix = entries();
-    ordering_ = std::make_shared<Ordering>(elements_->buses(), matrix);
+    ordering_ = elements_->orderings() ? elements_->orderings()->of(elements_->buses(), matrix)
+                                       : std::make_shared<const Ordering>(elements_->buses(), matrix);
     factors_ = std::make_unique<Factors>(ordering_, matrix);
     startFromInjection();
 }
 
-SequenceNetwork::SequenceNetwork(const SequenceNetwork& whole, std::vector<int> removed, Islands islands,
-                                 std::unique_ptr<Update> update)
+SequenceNetwork::SequenceNetwork(const SequenceNetwork& whole, std::vector<int> removed,
+                                 std::shared_ptr<const Islands> islands, std::unique_ptr<Update> update)
     : elements_(whole.elements_),
       removed_(std::move(removed)),
       islands_(std::move(islands)),
@@ -98,13 +102,13 @@ void SequenceNetwork::startFromInjection() {
     if (injection_.empty()) return;
     ComplexVector current = injection_;
     for (int i = 0; i < elements_->buses(); ++i) {
-        if (!islands_.live(i)) current[at(i)] = 0;
+        if (!islands_->live(i)) current[at(i)] = 0;
     }
     prefault_ = solve(current);
 }
 
 Complex SequenceNetwork::prefault(int bus) const {
-    if (!islands_.live(bus)) return {};
+    if (!islands_->live(bus)) return {};
     return prefault_.empty() ? Complex{1} : prefault_[at(bus)];
 }
 
@@ -154,7 +158,7 @@ std::vector<SymmetricEntry> SequenceNetwork::entries() const {
     for (const auto& e : result) held[at(e.row)] = std::max(held[at(e.row)], std::abs(e.value));
     for (const NodeShunt& s : elements_->shunts()) result.push_back({s.bus, s.bus, s.y});
     for (int i = 0; i < elements_->buses(); ++i) {
-        const bool hold = islands_.of(i) == i && !islands_.live(i);
+        const bool hold = islands_->of(i) == i && !islands_->live(i);
         result.push_back({i, i, hold ? Complex{0, -(held[at(i)] > 0 ? held[at(i)] : 1.0)} : Complex{}});
     }
     return result;
@@ -177,9 +181,7 @@ std::unique_ptr<SequenceNetwork::Update> SequenceNetwork::update(const std::vect
         for (int r = 0; r < n; ++r) {
             if (const int other = place(branches[at(r)]); other >= 0) d(r, c) = y(other, own);
         }
-        ComplexVector injection(at(elements_->buses()));
-        for (const auto& [bus, weight] : weights) injection[at(bus)] += weight;
-        result->columns.push_back(solve(injection));
+        result->columns.push_back(solve(weights));
     }
     for (int r = 0; r < n; ++r) {
         for (int c = 0; c < n; ++c) s(r, c) = d(r, c) - weighted(result->weights[at(r)], result->columns[at(c)]);
@@ -193,6 +195,13 @@ std::unique_ptr<SequenceNetwork::Update> SequenceNetwork::update(const std::vect
     return result;
 }
 
+// Without a bridge among one branch the network keeps its live and its floating buses; labels of islands that merely
+// fall apart into live ones do not matter.
+std::shared_ptr<const Islands> SequenceNetwork::islandsWithout(const std::vector<int>& branches) const {
+    if (branches.size() == 1 && !bridges_[at(branches.front())]) return islands_;
+    return std::make_shared<const Islands>(*elements_, branches);
+}
+
 std::shared_ptr<const SequenceNetwork> SequenceNetwork::without(const std::vector<int>& branches) const {
     std::vector<int> removed;
     std::copy_if(branches.begin(), branches.end(), std::back_inserter(removed), [&](int k) { return conducts(k); });
@@ -200,10 +209,9 @@ std::shared_ptr<const SequenceNetwork> SequenceNetwork::without(const std::vecto
     const std::lock_guard lock(mutex_);
     auto& kept = variants_[removed];
     if (!kept) {
-        Islands islands(*elements_, removed);
-        const bool splits = islands.floating().size() > islands_.floating().size();
-        auto change = splits ? nullptr : update(removed);
-        kept.reset(new SequenceNetwork(*this, removed, std::move(islands), std::move(change)));
+        const std::shared_ptr<const Islands> islands = islandsWithout(removed);
+        const bool splits = islands != islands_ && islands->floating() > islands_->floating();
+        kept.reset(new SequenceNetwork(*this, removed, islands, splits ? nullptr : update(removed)));
     }
     const std::shared_ptr<const SequenceNetwork> result = kept;
     if (variants_.size() > kKeptVariants) variants_.clear();
@@ -228,11 +236,17 @@ ComplexVector SequenceNetwork::solve(const ComplexVector& injection) const {
     return voltages;
 }
 
+ComplexVector SequenceNetwork::solve(const BusWeights& injection) const {
+    ComplexVector voltages = factors_ ? factors_->solve(injection) : base_->solve(injection);
+    if (update_) correct(voltages);
+    return voltages;
+}
+
 std::shared_ptr<const ComplexVector> SequenceNetwork::column(int bus) const {
     const std::lock_guard lock(mutex_);
     auto& kept = columns_[bus];
     if (!kept) {
-        ComplexVector voltages = factors_ ? factors_->unit(bus) : *base_->column(bus);
+        ComplexVector voltages = base_ ? *base_->column(bus) : factors_->solve(BusWeights{{bus, 1.0}});
         if (update_) correct(voltages);
         kept = std::make_shared<const ComplexVector>(std::move(voltages));
     }

@@ -45,6 +45,7 @@ class SequenceElements {
     [[nodiscard]] int buses() const { return buses_; }
     [[nodiscard]] const std::vector<Link>& links() const { return links_; }
     [[nodiscard]] const std::vector<NodeShunt>& shunts() const { return shunts_; }
+    [[nodiscard]] OrderingCache* orderings() const { return orderings_.get(); }
     /// Branches coupled with one another, `branch` among them; that branch alone when it is not coupled.
     [[nodiscard]] std::span<const int> coupledWith(int branch) const;
     /// Impedance between a stretch of one branch and a stretch of another of its coupled set (or of the same branch).
@@ -56,6 +57,7 @@ class SequenceElements {
 
     Sequence sequence_;
     int buses_ = 0;
+    std::shared_ptr<OrderingCache> orderings_;
     std::vector<Link> links_;
     std::vector<NodeShunt> shunts_;
     std::vector<std::vector<int>> sets_;
@@ -70,13 +72,17 @@ class Islands {
     Islands(const SequenceElements& elements, const std::vector<int>& removed);
     [[nodiscard]] int of(int bus) const { return label_[static_cast<std::size_t>(bus)]; }
     [[nodiscard]] bool live(int bus) const { return live_[static_cast<std::size_t>(of(bus))]; }
-    /// One bus of each island without a path to a shunt element: its label.
-    [[nodiscard]] std::vector<int> floating() const;
+    /// Number of islands without a path to a shunt element.
+    [[nodiscard]] int floating() const;
 
   private:
     std::vector<int> label_;  // the smallest bus of the island
     std::vector<char> live_;  // by label
 };
+
+/// Per branch: whether taking out this one alone leaves buses without a path to a shunt element.
+/// Source: R. E. Tarjan, A note on finding the bridges of a graph, 1974; ground is one more node here.
+std::vector<char> bridges(const SequenceElements& elements);
 
 /// Voltages from injections. An island without a shunt element floats: there, one bus is held by a fictitious
 /// admittance, and voltages are right up to a common value once the injections of the island add up to zero.
@@ -92,7 +98,7 @@ class SequenceNetwork : public std::enable_shared_from_this<SequenceNetwork> {
     [[nodiscard]] std::shared_ptr<const SequenceNetwork> without(const std::vector<int>& branches) const;
 
     [[nodiscard]] const SequenceElements& elements() const { return *elements_; }
-    [[nodiscard]] const Islands& islands() const { return islands_; }
+    [[nodiscard]] const Islands& islands() const { return *islands_; }
     [[nodiscard]] bool conducts(int branch) const;
     /// Inverse of the primitive impedance of the coupled set of a branch; rows of branches that do not conduct are
     /// zero.
@@ -106,19 +112,21 @@ class SequenceNetwork : public std::enable_shared_from_this<SequenceNetwork> {
 
   private:
     struct Update;
-    SequenceNetwork(const SequenceNetwork& whole, std::vector<int> removed, Islands islands,
+    SequenceNetwork(const SequenceNetwork& whole, std::vector<int> removed, std::shared_ptr<const Islands> islands,
                     std::unique_ptr<Update> update);
-    void factorise();
+    [[nodiscard]] std::shared_ptr<const Islands> islandsWithout(const std::vector<int>& branches) const;
     [[nodiscard]] std::vector<SymmetricEntry> entries() const;
     [[nodiscard]] std::unique_ptr<Update> update(const std::vector<int>& branches) const;
     [[nodiscard]] ComplexVector solve(const ComplexVector& injection) const;
+    [[nodiscard]] ComplexVector solve(const BusWeights& injection) const;
     void correct(ComplexVector& voltages) const;
     void startFromInjection();
 
     std::shared_ptr<const SequenceElements> elements_;
     const SequenceNetwork* base_ = nullptr;  // of an update; keeps its variants and outlives them
     std::vector<int> removed_;               // sorted
-    Islands islands_;
+    std::shared_ptr<const Islands> islands_;
+    std::vector<char> bridges_;  // of a whole network
     ComplexVector injection_, prefault_;
     std::shared_ptr<const Ordering> ordering_;
     std::unique_ptr<Factors> factors_;

@@ -1,6 +1,7 @@
 #include <chrono>
 #include <random>
 
+#include "engines/network/SequenceNetwork.h"
 #include "tests/engines/num_grid.h"
 #include "tests/engines/num_matpower.h"
 
@@ -46,6 +47,21 @@ double balance(const Network& network, const engines::Solution& solution) {
 }
 
 }  // namespace
+
+TEST(PublicNetworks, ABridgeIsABranchWhoseLossLeavesBusesWithoutAPathToGround) {
+    const Network network = publicCase("case_ieee30.m");
+    if (network.buses.empty()) GTEST_SKIP() << "not here: " << sharedNetworks();
+    const engines::SequenceElements elements(network, Sequence::Positive, {});
+    const std::vector<char> found = engines::bridges(elements);
+    const int floating = engines::Islands(elements, {}).floating();
+    int bridges = 0;
+    for (int k = 0; k < static_cast<int>(found.size()); ++k) {
+        EXPECT_EQ(found[static_cast<std::size_t>(k)] != 0, engines::Islands(elements, {k}).floating() > floating) << k;
+        bridges += found[static_cast<std::size_t>(k)];
+    }
+    EXPECT_GT(bridges, 0);
+    EXPECT_LT(bridges, 10);
+}
 
 TEST(PublicNetworks, BusFaultsOfThe118BusNetworkAsPublished) {
     const Network network = publicCase("case118.m");
