@@ -33,7 +33,7 @@ class ProjectStore {
     std::optional<Project> create(const QString& name, const QString& ruleFolder);
     /// A project by its name, without its databases.
     [[nodiscard]] std::optional<Project> find(const QString& name) const;
-    /// Connects the project's databases.
+    /// Connects the project's databases and makes the tables that are missing.
     std::optional<Project> open(const QString& name);
     /// Copies a project under another name, all or nothing; the new one is open afterwards.
     std::optional<Project> saveAs(const QString& oldName, const QString& newName);

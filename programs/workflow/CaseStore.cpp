@@ -63,6 +63,14 @@ QHash<int, QString> modeNames() {
     return names;
 }
 
+/// Whether the form names a scheme or load-flow case that the project has.
+bool isSource(const CaseForm& form) {
+    const QString text = form.onLoadFlow ? "SELECT COUNT(*) FROM LF_CASE WHERE Case_No!=0 AND Case_Name=?"
+                                         : "SELECT COUNT(*) FROM CDB_SCHEMEINFBAK WHERE SchName=?";
+    const QString name = form.source.trimmed();
+    return !name.isEmpty() && sql::scalar({}, text, {name}).toInt() > 0;
+}
+
 }  // namespace
 
 bool CaseStore::UpdateCaseChain(int mode) {
@@ -185,7 +193,7 @@ bool CaseStore::LoadCaseRelays() {
 bool CaseStore::checkName(const CaseForm& form) {
     const QString name = form.name.trimmed();
     if (name.isEmpty()) return refuse("作业名不能为空");
-    if (form.source.trimmed().isEmpty()) return refuse("请选择一个方案或潮流作业");
+    if (!isSource(form)) return refuse("请选择一个方案或潮流作业");
     QString why = sql::whyNotStorable(name, 20);
     if (why.isEmpty()) why = sql::whyNotStorable(form.note, 100);
     if (why.isEmpty()) why = sql::whyNotStorable(form.source, form.onLoadFlow ? 20 : 10);
