@@ -1,5 +1,11 @@
+#include <signal.h>
+
+#include <QFile>
+#include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <limits>
+#include <thread>
 
 #include "platform/host/BaseTables.h"
 #include "tests/host/HostFixture.h"
@@ -174,6 +180,29 @@ TEST_F(NetworkStore, AppliesTheSchemeOfEachCase) {
     EXPECT_EQ(column(inService.arg("L5_1", "ID_Name")), QStringList{"0"});
     EXPECT_EQ(column("SELECT Closed FROM L7_1 ORDER BY Breaker"), (QStringList{"0", "0"}));
     EXPECT_EQ(column("SELECT Closed FROM L7_0 ORDER BY Breaker"), (QStringList{"0", "1"}));
+}
+
+TEST_F(NetworkStore, AServerKilledWhileStoringLeavesTheOldNetworkWhole) {
+    const NetworkModel model = sample::network();
+    ASSERT_TRUE(host::storeNetwork(model));
+    NetworkModel large = model;
+    for (int k = 0; k < 60000; ++k)
+        large.loads.push_back({QString("L%1").arg(k).toStdString(), sample::kMiddleNode, 1.0 * k, 2, true});
+    QFile pidFile(column("SELECT @@pid_file").value(0));
+    ASSERT_TRUE(pidFile.open(QIODevice::ReadOnly)) << pidFile.fileName().toStdString();
+    const pid_t pid = pidFile.readAll().trimmed().toInt();
+    ASSERT_GT(pid, 1);
+    std::thread killer([pid] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(250));
+        kill(pid, SIGKILL);
+    });
+    const bool stored = host::storeNetwork(large);
+    killer.join();
+    EXPECT_EQ(messages.size(), stored ? 0 : 1) << messages.join('\n').toStdString();
+    const auto after = host::loadNetwork();
+    ASSERT_TRUE(after) << messages.join('\n').toStdString();
+    expectSame(*after, stored ? large : model);
+    EXPECT_TRUE(host::storeNetwork(model)) << messages.join('\n').toStdString();
 }
 
 struct Connection {
