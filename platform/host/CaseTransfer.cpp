@@ -8,6 +8,7 @@
 #include "platform/host/BaseTables.h"
 #include "platform/host/CaseTables.h"
 #include "platform/host/RealTimeRows.h"
+#include "platform/host/WinDockFeedback.h"
 #include "platform/rtdb/dbStatement.h"
 #include "platform/sql/Sql.h"
 
@@ -17,6 +18,15 @@ QString connectionOf(const QSqlDatabase* database) { return database ? database-
 
 /// The case numbers are those of the calculation tables; a case without a load flow stands on number 0.
 int tableNumber(int caseNo) { return caseNo > 0 ? caseNo : 0; }
+
+/// A name that no scheme has gives the base network, which must not happen unseen.
+void warnOfUnknownScheme(const QString& connection, const QString& scheme) {
+    if (scheme.trimmed().isEmpty()) return;
+    const QString text = "SELECT COUNT(*) FROM CDB_SCHEMEINFBAK WHERE SchName=?";
+    if (sql::scalar(connection, text, {scheme}, 1).toInt() > 0) return;
+    const QString line = "没有方案“" + scheme + "”，取基础网络";
+    WinDockFeedback::ShowMessage(line.toUtf8().constData(), "", "", "", WinDockFeedback::Warning);
+}
 
 }  // namespace
 
@@ -34,6 +44,7 @@ CSTCalDataTransfer::CSTCalDataTransfer(const char* scheme, QSqlDatabase* databas
     : scheme_(sql::fromGbk(scheme)), connection_(connectionOf(database)) {}
 
 int CSTCalDataTransfer::ImportSDataFromBaseDB() {
+    warnOfUnknownScheme(connection_, scheme_);
     if (!host::createTables(connection_, host::calculationLayouts(0))) return 0;
     sql::Transaction whole(connection_);
     return host::fillSequenceTables(connection_, scheme_) && whole.commit();

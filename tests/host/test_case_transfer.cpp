@@ -121,6 +121,15 @@ TEST_F(CaseTransfer, ALoadFlowCaseStandsOnItsOwnSchemeAndLeavesNothingToTheNext)
     EXPECT_EQ(realTime.fact("load_flow"), "0");
 }
 
+TEST_F(CaseTransfer, SaysThatASchemeDoesNotExist) {
+    scheme("");
+    scheme(sample::kReduced);
+    EXPECT_TRUE(messages.isEmpty()) << messages.join('\n').toStdString();
+    scheme("没有的方案");
+    EXPECT_EQ(messages.size(), 1);
+    EXPECT_EQ(record<norvdb::ln>(text(sample::kLine1) + "_ac").valid, 1);
+}
+
 TEST_F(CaseTransfer, AnswersBusNumbersFromTheDatabaseOpenedLast) {
     scheme(sample::kBase);
     const int number = bus(sample::kBarB);
