@@ -25,7 +25,9 @@ void noteProfiles(const CimStore& cim, Tally& tally) {
 
 host::NetworkModel readCgmes(const std::filesystem::path& input, const Options& options, Report& report) {
     const std::string name = input.filename().string();
+    options.tell(0, "读文件");
     const CimStore cim(readDocuments(input));
+    options.tell(50, "建立节点");
     requireEquipment(cim, name);
     host::NetworkModel model;
     model.name = input.stem().string();
@@ -34,6 +36,7 @@ host::NetworkModel readCgmes(const std::filesystem::path& input, const Options& 
     noteProfiles(cim, tally);
     CgmesNodes nodes(cim, options, report, tally, model);
     cgmes::Context context{cim, options, report, tally, nodes, model, {}};
+    options.tell(60, "读设备");
     cgmes::readSwitches(context);
     cgmes::readLines(context);
     cgmes::readTransformers(context);
@@ -43,9 +46,11 @@ host::NetworkModel readCgmes(const std::filesystem::path& input, const Options& 
     cgmes::noteOthers(context);
     cgmes::readLoadFlow(context);
     cgmes::readPositions(context);
+    options.tell(90, "检查");
     tally.tell(report);
     completeSequenceData(model, options, report);
     check(model, options, report);
+    options.tell(100, "读入完成");
     return model;
 }
 

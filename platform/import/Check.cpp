@@ -1,5 +1,6 @@
 #include <array>
 #include <cmath>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "platform/import/Import.h"
@@ -101,7 +102,7 @@ void checkLines(host::NetworkModel& model, Tally& tally) {
     for (auto& line : model.lines) {
         if (line.x0 == 0)
             tally.note(Suspicious, "线路", "x0 = 0", line.name);
-        else if (line.r0 < line.r1)
+        else if (line.r1 > 0 && line.r0 < line.r1)
             tally.note(Suspicious, "线路", "r0 < r1", line.name);
         repair(tally, "线路", line.name, line.r1, line.x1);
         repair(tally, "线路零序", line.name, line.r0, line.x0);
@@ -130,6 +131,34 @@ void checkSources(host::NetworkModel& model, Tally& tally) {
     }
 }
 
+/// Voltages that do not belong together, as a slip of a unit or of a node makes them.
+class VoltageCheck {
+  public:
+    VoltageCheck(const host::NetworkModel& model, Tally& tally) : tally_(tally) {
+        for (const auto& node : model.nodes) baseKv_[node.name] = node.baseKv;
+        for (const auto& line : model.lines)
+            if (!near(baseKv_.at(line.i), baseKv_.at(line.j)))
+                tally_.note(Suspicious, "线路", "两端基准电压不同", line.name);
+        for (const auto& t : model.transformers2) winding(t.name, t.i), winding(t.name, t.j);
+        for (const auto& t : model.transformers3)
+            for (const auto& w : t.winding) winding(t.name, w);
+        for (const auto& g : model.generators)
+            if (!near(g.ratedKv, baseKv_.at(g.node)))
+                tally_.note(Suspicious, "发电机", "额定电压与节点基准电压相差过大", g.name);
+    }
+
+  private:
+    static bool near(double kv, double baseKv) { return kv == 0 || std::abs(kv / baseKv - 1) <= farthest; }
+    void winding(const std::string& name, const host::Winding& w) {
+        if (!near(w.ratedKv, baseKv_.at(w.node)))
+            tally_.note(Suspicious, "变压器", "额定电压与节点基准电压相差过大", name);
+    }
+
+    static constexpr double farthest = 0.25;
+    Tally& tally_;
+    std::unordered_map<std::string, double> baseKv_;
+};
+
 void checkIslands(const host::NetworkModel& model, Tally& tally) {
     const Islands islands(model);
     for (const std::string& node : islands.withoutSource())
@@ -150,6 +179,7 @@ void check(host::NetworkModel& model, const Options&, Report& report) {
     checkLines(model, tally);
     checkTransformers(model, tally);
     checkSources(model, tally);
+    const VoltageCheck voltages(model, tally);
     checkIslands(model, tally);
     tally.tell(report);
 }

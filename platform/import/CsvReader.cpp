@@ -293,9 +293,12 @@ void refuseOtherFiles(const std::filesystem::path& folder) {
 host::NetworkModel readCsv(const std::filesystem::path& folder, const Options& options, Report& report) {
     if (!std::filesystem::is_directory(folder)) throw ImportError(folder.string(), 0, "不是目录");
     refuseOtherFiles(folder);
+    options.tell(0, "读网络数据");
     host::NetworkModel model = FolderReader(folder).read();
+    options.tell(80, "检查");
     completeSequenceData(model, options, report);
     check(model, options, report);
+    options.tell(100, "读入完成");
     return model;
 }
 

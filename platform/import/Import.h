@@ -35,6 +35,10 @@ struct Options {
     /// Default zero-sequence and machine data for a network that has none; each default is reported.
     bool defaultSequenceData = true;
     std::function<void(int percent, const std::string& what)> progress;
+
+    void tell(int percent, const std::string& what) const {
+        if (progress) progress(percent, what);
+    }
 };
 
 /// Reads a network, telling the kind of input by its content: a folder of plain CSV files, CGMES files (a folder, a

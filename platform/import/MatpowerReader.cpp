@@ -153,7 +153,9 @@ class CaseReader {
             machines);
         add(Defaulted, "变压器", "没有接线方式，两侧按中性点直接接地", static_cast<int>(model_.transformers2.size()));
         add(Defaulted, "节点", "基准电压为 0，取 110 kV", noBaseKv_);
-        add(Missing, "线路", "没有长度", static_cast<int>(model_.lines.size()));
+        const int lines = static_cast<int>(model_.lines.size());
+        add(Defaulted, "线路", "最大负荷电流取额定电流", lines - noRating_);
+        add(Missing, "线路", "没有长度", lines);
         add(Missing, "线路", "没有额定电流", noRating_);
         add(Missing, "节点", "并联电导不导入", conductances_);
         add(Changed, "支路", "阻抗小于 1e-6，改为 j1e-6", zero_);
@@ -209,10 +211,13 @@ class CaseReader {
 
 host::NetworkModel readMatpower(const std::filesystem::path& file, const Options& options, Report& report) {
     const std::string name = file.filename().string();
+    options.tell(0, "读算例");
     host::NetworkModel model = CaseReader(parseCase(readInput(file), name), name, options, report).read();
     model.name = file.stem().string();
+    options.tell(80, "检查");
     completeSequenceData(model, options, report);
     check(model, options, report);
+    options.tell(100, "读入完成");
     return model;
 }
 

@@ -21,7 +21,7 @@ host::NetworkModel chain(Grounding star) {
     host::NetworkModel model;
     for (const char* name : {"G", "A", "B", "C", "D"}) {
         model.nodes.emplace_back().name = name;
-        model.nodes.back().baseKv = 110;
+        model.nodes.back().baseKv = *name == 'G' ? 10 : 110;
     }
     model.schemes.push_back({"基础方案", {}});
     host::Transformer2 t;
@@ -78,6 +78,16 @@ TEST(Check, ZeroImpedancesAreRepairedAndTold) {
     EXPECT_EQ(told(report, Finding::Kind::Changed, "线路"), 1);
     EXPECT_EQ(told(report, Finding::Kind::Suspicious, "线路"), 1);
     EXPECT_EQ(report.findings.front().kind, Finding::Kind::Came);
+}
+
+TEST(Check, VoltagesOfTheWrongLevelAreTold) {
+    host::NetworkModel model = chain(Grounding::Grounded);
+    model.nodes[4].baseKv = 10;
+    model.transformers2[0].j.ratedKv = 11;
+    Report report;
+    check(model, {}, report);
+    EXPECT_EQ(told(report, Finding::Kind::Suspicious, "线路"), 1);
+    EXPECT_EQ(told(report, Finding::Kind::Suspicious, "变压器"), 1);
 }
 
 TEST(Check, RefusesWhatCannotBeStored) {
