@@ -231,6 +231,66 @@ TEST(Cgmes, NodeBreakerEquipmentFollowsEndsNotTerminalNumbers) {
     EXPECT_NEAR(model.loadFlow[0].nodes[0].vMag, 1.05, 1e-12);
 }
 
+/// A limit of a type at the I end of L1.
+std::string limit(const std::string& id, const std::string& type, const std::string& ampere) {
+    return object("OperationalLimitType", "ty" + id, {{"OperationalLimitType.limitType", cim16 + type}}) +
+           object("OperationalLimitSet", "se" + id, {{"OperationalLimitSet.Terminal", "#_L1t1"}}) +
+           object("CurrentLimit", id,
+                  {{"OperationalLimit.OperationalLimitSet", "#_se" + id},
+                   {"OperationalLimit.OperationalLimitType", "#_ty" + id},
+                   {"CurrentLimit.value", ampere}});
+}
+
+TEST(Cgmes, RatedCurrentIsThePermanentLimit) {
+    const Exchange exchange;
+    exchange.write("b_eq.xml", document("EquipmentCore", equipment() + limit("a", "LimitTypeKind.tatl", "900") +
+                                                             limit("b", "LimitTypeKind.patl", "600") +
+                                                             limit("c", "LimitTypeKind.alarm", "500")));
+    Report report;
+    const host::NetworkModel model = read(exchange.path(), {}, report);
+    EXPECT_EQ(model.lines[0].ratedA, 600);
+    EXPECT_EQ(told(report, Finding::Kind::Missing, "线路"), 1) << "the other line has no limit";
+}
+
+TEST(Cgmes, MissingProfilesAreToldAndTopologyIsNeeded) {
+    const Exchange exchange;
+    std::filesystem::remove(exchange.path() / "c_ssh.xml");
+    Report report;
+    const host::NetworkModel model = read(exchange.path(), {}, report);
+    EXPECT_FALSE(model.lines[0].openAtJ);
+    EXPECT_TRUE(model.loadFlow.empty());
+    for (const char* what : {"运行状态", "短路数据", "潮流"})
+        EXPECT_EQ(told(report, Finding::Kind::Missing, what), 1) << what;
+    std::filesystem::remove(exchange.path() / "a_tp.xml");
+    EXPECT_THAT(exchange.refusal(), ::testing::HasSubstr("端子没有节点，可能缺少拓扑文件"));
+}
+
+TEST(Cgmes, SourcesWithoutImpedanceBecomeLoadsAndFeedersFollowTheirCurrent) {
+    const Exchange exchange;
+    const auto feeder = [](const std::string& id, const std::string& ampere) {
+        const std::string n = "ExternalNetworkInjection.";
+        return object("ExternalNetworkInjection", id,
+                      {{"IdentifiedObject.name", id},
+                       {n + "maxInitialSymShCCurrent", ampere},
+                       {n + "maxR1ToX1Ratio", "0.75"},
+                       {n + "maxZ0ToZ1Ratio", "2"}}) +
+               terminal(id + "t", id, 1);
+    };
+    exchange.write("b_eq.xml", document("EquipmentCore", equipment() + feeder("Q1", "10000") + feeder("Q2", "0")));
+    exchange.write("d_tp.xml",
+                   document("Topology", object("Terminal", "Q1t", {{"Terminal.TopologicalNode", "#_A"}}, "about") +
+                                            object("Terminal", "Q2t", {{"Terminal.TopologicalNode", "#_B"}}, "about")));
+    Report report;
+    const host::NetworkModel model = read(exchange.path(), {}, report);
+    // 1.1 * 110 / (sqrt 3 * 10) = 6.98594 ohm over 121 ohm, split 3 : 4 : 5
+    const auto& q1 = named(model.generators, "Q1");
+    EXPECT_NEAR(q1.x1, 6.98594 / 121 * 0.8, 1e-7);
+    EXPECT_NEAR(q1.r1, 6.98594 / 121 * 0.6, 1e-7);
+    EXPECT_NEAR(std::hypot(q1.r0, q1.x0), 2 * 6.98594 / 121, 1e-7);
+    EXPECT_TRUE(q1.grounded);
+    EXPECT_EQ(model.loads.at(0).name, "Q2");
+}
+
 TEST(Cgmes, ZippedAndNestedArchivesReadLikeTheFolder) {
     const Exchange exchange;
     const Folder packed;
