@@ -1,6 +1,7 @@
 #include "engines/faults/SequencePorts.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace engines {
 namespace {
@@ -171,15 +172,23 @@ void SequencePorts::respond() {
     }
     response_ = Matrix(size(), size());
     for (int l = 0; l < size(); ++l) {
-        const double direction = places_->ports[at(l)].series ? 1 : -1;
-        for (int j = 0; j < size(); ++j) {
-            Complex sum;
-            for (const auto& [bus, weight] : views_[at(l)].weights) {
-                sum += weight * weighted(views_[at(j)].weights, *columns_.at(bus));
-            }
-            response_(j, l) = direction * sum + local(j, l);
-        }
+        for (int j = 0; j < size(); ++j) response_(j, l) = respond(j, l);
     }
+}
+
+// What cancels to nothing is nothing: an open on a way that leads nowhere carries no current, and the rest that
+// rounding leaves must not decide about its voltage.
+Complex SequencePorts::respond(int j, int l) const {
+    constexpr double kCancelled = 1e-12;
+    Complex sum = local(j, l);
+    double size = std::abs(sum);
+    const double direction = places_->ports[at(l)].series ? 1 : -1;
+    for (const auto& [bus, weight] : views_[at(l)].weights) {
+        const Complex term = direction * weight * weighted(views_[at(j)].weights, *columns_.at(bus));
+        sum += term;
+        size = std::max(size, std::abs(term));
+    }
+    return std::abs(sum) > kCancelled * size ? sum : Complex{};
 }
 
 Complex SequencePorts::prefault(int port) const {

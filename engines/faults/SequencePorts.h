@@ -61,6 +61,7 @@ class SequencePorts {
     [[nodiscard]] Complex local(int j, int l) const;
     [[nodiscard]] Complex localShunts(int s, int t) const;
     void respond();
+    [[nodiscard]] Complex respond(int j, int l) const;
 
     const Network* grid_;
     std::shared_ptr<const SequenceNetwork> net_;

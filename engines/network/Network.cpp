@@ -165,6 +165,10 @@ void Builder::add(Row row, const exchange::NetMutual& mutual) {
     if (!(result.firstFrom < result.firstTo && result.secondFrom < result.secondTo)) {
         fail(row, "coupled stretch without length: " + name);
     }
+    const auto self = [&](BranchIndex k) { return std::abs(network_.branches[static_cast<std::size_t>(k.value)].z0); };
+    if (std::norm(result.z0) >= self(result.first) * self(result.second)) {
+        fail(row, "mutual impedance above that of the lines themselves: " + name);
+    }
     network_.mutuals.push_back(result);
 }
 

@@ -111,6 +111,9 @@ TEST(PublicNetworks, The9241BusNetworkRunsThrough) {
                                           {{(k + 1) % 16000}, {}, 30, FaultKind::PhaseAGround, {}, 1}};
         const auto solution = mode.solve(rows);
         EXPECT_TRUE(std::isfinite(std::abs(solution.faultCurrent().zero))) << k;
+        if (k % 4000 == 0) {
+            EXPECT_LT(balance(network, solution), 1e-5) << k;
+        }
     }
     RecordProperty("outages_ms", std::to_string(ms()));
     EXPECT_LT(ms(), 20000);

@@ -1,5 +1,6 @@
 #include <cmath>
 #include <numbers>
+#include <random>
 
 #include "engines/network/SequenceNetwork.h"
 #include "exchange/TextFile.h"
@@ -135,6 +136,26 @@ TEST(FaultStudy, WhatLosesItsSourceIsZeroAndNeverNaN) {
     EXPECT_TRUE(cut.solve({&far, 1}).dead());
 }
 
+TEST(FaultStudy, AnOpenPhaseOnTheWayToADeadEndLeavesTheOtherPhasesAsTheyAre) {
+    const Network network = ring()
+                                .bus(6, 100)
+                                .bus(7, 100)
+                                .line(108, 5, 6, {.01, .07}, {.05, .31})
+                                .line(109, 5, 7, {.03, .11}, {.06, .2})
+                                .network();
+    const ModeNetwork mode(network, {});
+    for (const double place : {0.0, 30.0, 100.0}) {
+        const std::vector<Condition> rows{open(network, 107, place, 2, FaultKind::OpenA),
+                                          atBus(network, 3, FaultKind::PhaseBC, {.05, 0})};
+        const auto solution = mode.solve(rows);
+        const auto near = engines::phases(solution.voltage(bus(network, 4)));
+        const auto far = engines::phases(solution.voltage(bus(network, 5)));
+        EXPECT_LT(std::abs(near[1] - far[1]) + std::abs(near[2] - far[2]), 1e-9) << place;
+        EXPECT_LT(std::abs(far[0]), 2) << place;
+        EXPECT_LT(distance(solution.current(branch(network, 107), End::I), {}), 1e-9) << place;
+    }
+}
+
 TEST(FaultStudy, AnUngroundedNetworkCarriesNoEarthCurrentUntilASecondFault) {
     Grid grid(3);
     grid.source(1, j(.1)).line(1, 1, 2, j(.1), j(.3)).line(2, 2, 3, j(.2), j(.6));
@@ -258,6 +279,36 @@ TEST(FaultQuantity, CurrentsAndVoltagesComeInKiloUnitsOfTheirOwnEnd) {
     EXPECT_NEAR(of(18, 1, ag), 3 * .1 / .6 * 220 / std::numbers::sqrt3, 1e-12);
 }
 
+TEST(Factors, SolveWhatTheyWereMadeOf) {
+    std::mt19937 dice(3);
+    const auto value = [&] { return Complex{dice() / 4294967296.0 - .5, dice() / 4294967296.0 - .5}; };
+    constexpr int n = 120;
+    for (const double diagonal : {6.0, 0.0}) {
+        std::vector<engines::SymmetricEntry> entries;
+        for (int i = 0; i < n; ++i) entries.push_back({i, i, diagonal * value() + diagonal});
+        for (int i = 1; i < n; ++i)
+            entries.push_back({i, static_cast<int>(dice() % static_cast<unsigned>(i)), value()});
+        for (int e = 0; e < n; ++e) entries.push_back({e, (e + 37) % n, value()});
+        std::vector<Complex> known(n), rhs(n);
+        for (Complex& x : known) x = value();
+        for (const auto& e : entries) {
+            rhs[static_cast<std::size_t>(e.row)] += e.value * known[static_cast<std::size_t>(e.column)];
+            if (e.row != e.column)
+                rhs[static_cast<std::size_t>(e.column)] += e.value * known[static_cast<std::size_t>(e.row)];
+        }
+        const engines::Factors factors(std::make_shared<engines::Ordering>(n, entries), entries);
+        EXPECT_EQ(factors.symmetric(), diagonal > 0);
+        const auto dense = factors.solve(rhs);
+        const auto sparse = factors.solve(engines::BusWeights{{5, rhs[5]}, {80, rhs[80]}});
+        std::vector<Complex> both(n);
+        both[5] = rhs[5], both[80] = rhs[80];
+        const auto same = factors.solve(both);
+        for (std::size_t i = 0; i < n; ++i) {
+            EXPECT_LT(std::abs(dense[i] - known[i]) + std::abs(sparse[i] - same[i]), 1e-9);
+        }
+    }
+}
+
 TEST(Factors, AMatrixWithAnEmptyDiagonalIsSolvedWithPivoting) {
     using engines::SymmetricEntry;
     const std::vector<SymmetricEntry> entries{{0, 1, j(2)}, {1, 1, 0}, {1, 2, {1, 1}}, {2, 2, {3, 0}}};
@@ -276,6 +327,7 @@ TEST(BuildNetwork, RefusesWhatHasNoImpedanceOrNoBus) {
     EXPECT_THROW(Grid(2).line(1, 1, 3, j(1), j(1)).network(), exchange::FormatError);
     EXPECT_THROW(Grid(2).line(1, 1, 2, {NAN, 1}, j(1)).network(), exchange::FormatError);
     EXPECT_THROW(Grid(2).line(1, 1, 2, j(1), j(1)).mutual(1, 7, j(1)).network(), exchange::FormatError);
+    EXPECT_THROW(ring().mutual(103, 104, j(2)).network(), exchange::FormatError);
     EXPECT_THROW(Grid(2).bus(2, 110).network(), exchange::FormatError);
     const Network star = Grid(2).transformer(5, 1, 2, j(1), 0, 0).network();
     EXPECT_EQ(star.branches[0].zeroPath, engines::ZeroPath::None);
