@@ -46,23 +46,32 @@ QString sixDigits(double value) { return QString::number(value, 'g', 6); }
 
 CAutoCalFlow::CAutoCalFlow(int rTypeNo, const QString& typeCode, const QString& workDir, int caseNo,
                            const QString& exeDir)
-    : CStepCalFlow(rTypeNo, typeCode, workDir, caseNo, exeDir), rTypeNo_(rTypeNo) {}
+    : CStepCalFlow(rTypeNo, typeCode, workDir, caseNo, exeDir), rTypeNo_(rTypeNo) {
+    relayFault().keepWorkingSettings();
+}
 
 bool CAutoCalFlow::StoreCurrentSettings(int rno, int pno) {
     const RelayType* type = relayInput().rules().type(rTypeNo_);
     if (!type || pno < 1 || pno > 5) return true;
     const Ratios ratios = ratiosOf(rno);
-    const QString columns = QString("NDz%1").arg(pno);
     const auto results = resultsOf(rno, pno, caseNo());
-    sql::Transaction whole;
+    QVariantList names, primary, secondary;
     for (auto it = results.constBegin(); it != results.constEnd(); ++it) {
         const RelayType::Setting* setting = type->setting(it.key());
         if (!setting) continue;
         const double value = decided(it.key(), it.value());
         const double factor = conversionFactor(setting->vType, ratios.ctPri, ratios.ctSec, ratios.ptPri, ratios.ptSec);
-        if (!sql::Query().exec("UPDATE RLY_RLYOBJ_TEM SET " + columns + "1=?," + columns + "2=? WHERE RNo=? AND CDz=?",
-                               {sixDigits(value), sixDigits(value * factor), rno, it.key()}))
-            return false;
+        names << it.key();
+        primary << it.key() << sixDigits(value);
+        secondary << it.key() << sixDigits(value * factor);
     }
-    return whole.commit();
+    if (names.isEmpty()) return true;
+    const QString column = "NDz" + QString::number(pno);
+    const QString byName = "=CASE CDz" + QString(" WHEN ? THEN ?").repeated(names.size()) + " END";
+    const bool stored =
+        sql::Query().exec("UPDATE RLY_RLYOBJ_TEM SET " + column + "1" + byName + "," + column + "2" + byName +
+                              " WHERE RNo=? AND CDz IN (" + QStringList(names.size(), "?").join(",") + ")",
+                          primary + secondary + QVariantList{rno} + names);
+    relayFault().workingSettingsChanged(rno);
+    return stored;
 }

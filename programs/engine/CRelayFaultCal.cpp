@@ -1,5 +1,6 @@
 #include "programs/engine/CRelayFaultCal.h"
 
+#include "platform/sql/Sql.h"
 #include "programs/engine/MainBranchRows.h"
 #include "programs/engine/RuleFaultRows.h"
 #include "programs/engine/RunInputs.h"
@@ -31,11 +32,26 @@ MainBranchRows& CRelayFaultCal::mainBranches(int caseNo) {
 
 void CRelayFaultCal::forgetRun() {
     inputs_.reset();
+    workingSettings_.reset();
     ruleFaults_.reset();
     mainBranches_.reset();
 }
 
+const SettingsByRelay& CRelayFaultCal::workingSettings() {
+    if (!workingSettings_ || !keepsSettings_)
+        workingSettings_ = std::make_unique<SettingsByRelay>(readWorkingSettings());
+    return *workingSettings_;
+}
+
+void CRelayFaultCal::workingSettingsChanged(int rno) {
+    if (workingSettings_) workingSettings_->insert(rno, readWorkingSettings(rno).value(rno));
+}
+
 void CRelayFaultCal::storeFaults() {
-    const bool stored = (!ruleFaults_ || ruleFaults_->store()) && (!mainBranches_ || mainBranches_->store());
+    const bool rules = ruleFaults_ && ruleFaults_->hasAdded();
+    const bool branches = mainBranches_ && mainBranches_->hasAdded();
+    if (!rules && !branches) return;
+    sql::Transaction whole;
+    const bool stored = (!rules || ruleFaults_->store()) && (!branches || mainBranches_->store()) && whole.commit();
     if (!stored) forgetRun();  // what the tables hold now is for them to tell
 }

@@ -7,9 +7,9 @@
 #include "programs/engine/MainBranchRows.h"
 #include "programs/engine/RowCursor.h"
 #include "programs/engine/RuleData.h"
+#include "programs/engine/RunInputs.h"
 
 class RunFaultRows;
-class RunInputs;
 
 /// Writes what the programs are told for one engine run (relays, faults) and reads back what they leave.
 class CRelayFaultCal {
@@ -54,11 +54,15 @@ class CRelayFaultCal {
     /// Forgets what is kept from step to step (definitions, faults and main branches of the run): to be called before a
     /// run, and whenever others have changed the tables.
     void forgetRun();
+    /// From now on the working settings are read once and kept; whoever changes those of a relay tells it.
+    void keepWorkingSettings() { keepsSettings_ = true; }
+    void workingSettingsChanged(int rno);
 
   private:
     const RuleData& rules();
     RunInputs& inputs();
     RunFaultRows& ruleFaults();
+    const SettingsByRelay& workingSettings();
     MainBranchRows& mainBranches(int caseNo);
     void expandRow(const SettingRow& row, const SettingRule& rule);
     void setUpMainBranches(const SettingRow& row);
@@ -75,7 +79,9 @@ class CRelayFaultCal {
     int singleRule_ = 0;
     int klmCaseNo_ = -1;
     std::shared_ptr<const RuleData> rules_;
+    bool keepsSettings_ = false;
     std::unique_ptr<RunInputs> inputs_;
+    std::unique_ptr<SettingsByRelay> workingSettings_;
     std::unique_ptr<RunFaultRows> ruleFaults_;
     std::unique_ptr<MainBranchRows> mainBranches_;
 };

@@ -29,12 +29,10 @@ bool CStepCalFlow::Step() {
     pno_ = row.pno;
     prTypeNo_ = prTypeNo;
     relayFault().WriteRelayFile(prTypeNo_, rno_);
-    sql::Transaction faults;
     do {
         relayFault().ExpandFaults(&rowCursor);
         passRule();
     } while (hasRow && standsOnSamePart() && prTypeOf(rowCursor.row().ruleNo) == prTypeNo_);
-    faults.commit();
     relayFault().WriteFaultFiles(rno_, pno_, prTypeNo_, 2, row.ruleNo);
     carryCoefficients(sameType);
     return caseCal().RunEngine(exeDir_, workDir());

@@ -51,6 +51,7 @@ class MainBranchRows {
     void addFault(Branch& branch, const MainBranchFault& fault);
     void addOutage(Branch& branch, int mType, int idNo, int iNo, int jNo, bool line);
 
+    [[nodiscard]] bool hasAdded() const { return !newBranches_.isEmpty() || !newFaults_.isEmpty(); }
     /// Inserts what was added, in one transaction.
     bool store();
 

@@ -31,7 +31,7 @@ bool CRelayFaultCal::WriteRelayFile(int relayType, int rno) {
         ReportError("要整定的保护不在当前方案或潮流作业对应的网络中,请检查数据", 0);
         return false;
     }
-    const auto working = firstWrite_ == 1 ? workingSettings(rno) : workingSettings();
+    const SettingsByRelay& working = workingSettings();
     std::string text = blockOf(*first->block, partsOf(rules(), rTypeNo_), working.value(rno));
     const int nPart = partsOf(rules(), relayType);
     bool others = false;
@@ -40,7 +40,7 @@ bool CRelayFaultCal::WriteRelayFile(int relayType, int rno) {
         const bool fromCase = firstWrite_ != 1 && working.contains(relay.rno);
         if (relay.block)
             text += blockOf(*relay.block, nPart,
-                            fromCase ? working[relay.rno] : inputs().storedSettings(relayType, relay.rno));
+                            fromCase ? *working.constFind(relay.rno) : inputs().storedSettings(relayType, relay.rno));
         others = true;
     }
     if (others) firstWrite_ = 0;

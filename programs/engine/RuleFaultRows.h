@@ -22,6 +22,7 @@ class RunFaultRows {
     /// Rows of a rule in the order in which they were made.
     [[nodiscard]] const QVector<RuleFaultRow>& of(int rno, int ruleNo) const;
     void add(int rno, int ruleNo, const RuleFaultRow& row);
+    [[nodiscard]] bool hasAdded() const { return !added_.isEmpty(); }
     /// Inserts what was added, in one statement.
     bool store();
 

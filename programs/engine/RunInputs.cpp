@@ -38,8 +38,8 @@ bool placeBlock(exchange::RelayBlock& block, int rType, const ElementName& at) {
     return true;
 }
 
-QHash<int, SettingsOfRelay> settingsBy(const QString& query, const QVariantList& values) {
-    QHash<int, SettingsOfRelay> settings;
+SettingsByRelay settingsBy(const QString& query, const QVariantList& values) {
+    SettingsByRelay settings;
     sql::Query q;
     q.exec(query, values);
     while (q.next()) {
@@ -75,7 +75,7 @@ QHash<QString, QVector<UserFault>> readUserFaults() {
 
 }  // namespace
 
-QHash<int, SettingsOfRelay> workingSettings(int rno) {
+SettingsByRelay readWorkingSettings(int rno) {
     const QString columns = "SELECT RNo,Ndz11,Ndz21,Ndz31,Ndz41,Ndz51 FROM RLY_RLYOBJ_TEM";
     return rno ? settingsBy(columns + " WHERE RNo=? ORDER BY RNo,DzNo", {rno})
                : settingsBy(columns + " ORDER BY RNo,DzNo", {});

@@ -30,6 +30,7 @@ struct UserFault {
 /// The values of one setting name, by part, as the database's text; a relay's settings in `DzNo` order.
 using SettingValues = std::array<std::string, 5>;
 using SettingsOfRelay = std::vector<SettingValues>;
+using SettingsByRelay = QHash<int, SettingsOfRelay>;
 
 /// An installed relay, with its block of the relay file but for the parts; without one it is not in the network.
 struct InstalledRelay {
@@ -78,7 +79,7 @@ class RunInputs {
     QHash<int, std::vector<InstalledRelay>> relaysOfType_;
     QHash<int, std::pair<int, int>> relays_;  ///< type and position
     QSet<int> typesRead_;
-    QHash<int, SettingsOfRelay> storedSettings_;
+    SettingsByRelay storedSettings_;
     std::optional<QHash<QString, QVector<UserFault>>> userFaults_;
     std::optional<QHash<int, QVector<ElementName>>> outagesOfRelay_;
     std::optional<ElementsByPlace> outagesOfMainBranch_;
@@ -90,4 +91,4 @@ class RunInputs {
 };
 
 /// The new settings of all relays of the case, or of one (not 0), as they stand now.
-QHash<int, SettingsOfRelay> workingSettings(int rno = 0);
+SettingsByRelay readWorkingSettings(int rno = 0);

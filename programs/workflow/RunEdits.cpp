@@ -2,6 +2,7 @@
 
 #include "platform/host/WinDockFeedback.h"
 #include "platform/sql/Sql.h"
+#include "programs/engine/CAutoCalFlow.h"
 #include "programs/engine/CHandCalFlow.h"
 #include "programs/frame/LocationLabel.h"
 #include "programs/frame/Messages.h"
@@ -40,6 +41,7 @@ bool RunSession::ApplySettingEdit(int rNo, int pNo, const QString& cdz, const QS
     if (!query.exec("UPDATE RLY_RLYOBJ_TEM SET NDz" + part + "1=?,NDz" + part + "2=? WHERE RNo=? AND Cdz=?",
                     {primary, secondary, rNo, cdz}))
         return false;
+    auto_->relayFault().workingSettingsChanged(rNo);
     RecalcDependents(rNo, pNo, setting->DzNo);
     return true;
 }

@@ -141,6 +141,39 @@ TEST_F(Runs, ARunIsAsManyEngineRunsAsRelayPartsAndTypes) {
     EXPECT_EQ(exits, 6);
 }
 
+TEST_F(Runs, WhatIsKeptFromStepToStepIsWhatTheTablesSay) {
+    program("HALDERN.EXE", "echo '1, 11, 1, 1101, 1234567.8, 0.5, ' > RELAY.RP1; : > RELAY.RP2; : > RELAY.RP5");
+    for (int ruleNo : {1101, 1102, 1103, 1201}) {
+        rule("INSERT INTO VARIN (RuleNo,ModeNo,VarNo,VType,VPos) VALUES (?,21,1,451,2)", {ruleNo});
+        rule("INSERT INTO RMU VALUES (?,1,1)", {ruleNo});
+    }
+    rule("INSERT INTO FZPRM VALUES (1,1,1,100,1,0.1,0.000001),(2,1,1,99,1,0,0)");
+    templateFault(1, 1, 100, 3);
+    run("INSERT INTO RLY_CELECHK (Case_No,RNo,ID_Name,I_Name,J_Name) VALUES (7,11,'L3','A','B')");
+    run("INSERT INTO RLY_CKFCHK (Case_No,ZID_Name,ZI_Name,ZJ_Name,Side,ID_Name,I_Name,J_Name) VALUES "
+        "(7,'L2','B','C',1,'T1','B','D')");
+    run("INSERT INTO RLY_RUDSYS (Case_No,SysName,SysNo,SFlg) VALUES (7,'大',4,1)");
+    ASSERT_TRUE(prepareRun(2, flow));
+    errors.clear();
+    for (int k = 0; k < 4; ++k) {
+        const int ruleNo = flow.rowCursor.row().ruleNo;
+        ASSERT_TRUE(step());
+        const QByteArray relays = file("RELAY.R1"), rules = file("RELAY.R6"), branches = file("RELAY.R2");
+        CRelayFaultCal fresh(1, "距离保护", workDir(), 7);
+        fresh.setFirstWrite(k == 0 ? 1 : 0);
+        ASSERT_TRUE(fresh.WriteRelayFile(flow.currentPRTypeNo(), flow.currentRNo()));
+        ASSERT_TRUE(fresh.WriteFaultFiles(flow.currentRNo(), flow.currentPNo(), flow.currentPRTypeNo(), 2, ruleNo));
+        EXPECT_EQ(file("RELAY.R1"), relays) << k;
+        EXPECT_EQ(file("RELAY.R6"), rules) << k;
+        EXPECT_EQ(file("RELAY.R2"), branches) << k;
+        flow.ReadResults(1);
+        flow.StoreCurrentSettings(flow.currentRNo(), flow.currentPNo());
+    }
+    EXPECT_TRUE(file("RELAY.R1").contains("    1,    1.23457e+06,    "));
+    EXPECT_GT(file("RELAY.R2").count("\r\n"), 10);
+    EXPECT_TRUE(errors.isEmpty());
+}
+
 TEST_F(Runs, ARuleIsComputedAgainWithoutItsEarlierRows) {
     program("HALDERN.EXE", ": > RELAY.RP1");
     rule("INSERT INTO RMU VALUES (1102,1,1)");
