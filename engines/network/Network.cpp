@@ -199,7 +199,7 @@ int Network::source(const std::string& name) const {
 Network buildNetwork(const exchange::NetworkData& data) {
     Builder builder(data.loadFlow);
     const auto addAll = [&](const char* file, const auto& elements) {
-        int line = 0;
+        int line = 1;  // that of the head of the table
         for (const auto& element : elements) builder.add({file, ++line}, element);
     };
     addAll("LF.L1", data.buses);
