@@ -61,6 +61,15 @@ std::array<Complex, 3> phases(const Sequences& s) {
             s.zero + a * s.positive + a2 * s.negative};
 }
 
+/// |relay| / |main| of two currents; 0 when they oppose each other or one of them is nothing.
+static double ratioOf(Complex relay, Complex main) {
+    // What numerical noise leaves of a current that should be zero.
+    constexpr double kNothing = 1e-9;
+    if (std::abs(main) < kNothing || std::abs(relay) < kNothing) return 0;
+    if ((relay * std::conj(main)).real() < 0) return 0;
+    return std::abs(relay) / std::abs(main);
+}
+
 struct ModeNetwork::Impl {
     const Network* network;
     std::shared_ptr<const SequenceNetwork> positive, zero;
@@ -101,6 +110,13 @@ Solution ModeNetwork::solve(std::span<const Condition> conditions) const {
 
 double ModeNetwork::branchCoefficient(Sequence sequence, const Condition& place, std::span<const Condition> conditions,
                                       BranchIndex b, End bEnd, BranchIndex m, End mEnd) const {
+    const BranchEnd relay{b, bEnd};
+    return branchCoefficients(sequence, place, conditions, std::span(&relay, 1), {m, mEnd}).front();
+}
+
+std::vector<double> ModeNetwork::branchCoefficients(Sequence sequence, const Condition& place,
+                                                    std::span<const Condition> conditions,
+                                                    std::span<const BranchEnd> relays, BranchEnd main) const {
     std::vector<Condition> all{place};
     all.front().kind = FaultKind::ThreePhaseGround;
     for (const Condition& c : conditions) {
@@ -110,14 +126,13 @@ double ModeNetwork::branchCoefficient(Sequence sequence, const Condition& place,
     const auto places = std::make_shared<const Places>(placesOf(*impl_->network, all));
     const auto& whole = sequence == Sequence::Positive ? *impl_->positive : *impl_->zero;
     const auto ports = std::make_shared<const SequencePorts>(*impl_->network, whole, places);
-    if (ports->deadAt(0)) return 0;
+    std::vector<double> coefficients(relays.size());
+    if (ports->deadAt(0)) return coefficients;
     const SequenceField field = solveInjection(ports, 0);
-    const Complex main = field.current(m.value, mEnd), relay = field.current(b.value, bEnd);
-    // What numerical noise leaves of a current that should be zero.
-    constexpr double kNothing = 1e-9;
-    if (std::abs(main) < kNothing || std::abs(relay) < kNothing) return 0;
-    if ((relay * std::conj(main)).real() < 0) return 0;
-    return std::abs(relay) / std::abs(main);
+    const Complex mainCurrent = field.current(main.branch.value, main.end);
+    for (std::size_t i = 0; i < relays.size(); ++i)
+        coefficients[i] = ratioOf(field.current(relays[i].branch.value, relays[i].end), mainCurrent);
+    return coefficients;
 }
 
 Complex ModeNetwork::sourceImpedance(Sequence sequence, BusIndex bus, BranchIndex without) const {

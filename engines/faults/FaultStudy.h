@@ -38,6 +38,12 @@ struct Sequences {
 };
 std::array<Complex, 3> phases(const Sequences& s);
 
+/// One end of a branch, where its current is counted.
+struct BranchEnd {
+    BranchIndex branch;
+    End end = End::I;
+};
+
 class ModeNetwork;
 
 /// A solved state: pre-fault plus fault component. Valid as long as its ModeNetwork.
@@ -90,6 +96,10 @@ class ModeNetwork {
     [[nodiscard]] double branchCoefficient(Sequence sequence, const Condition& place,
                                            std::span<const Condition> conditions, BranchIndex b, End bEnd,
                                            BranchIndex m, End mEnd) const;
+    /// The same for several relays' branches at once: one injection serves them all.
+    [[nodiscard]] std::vector<double> branchCoefficients(Sequence sequence, const Condition& place,
+                                                         std::span<const Condition> conditions,
+                                                         std::span<const BranchEnd> relays, BranchEnd main) const;
 
     /// Driving-point impedance of a bus, per unit, with the given branch (when not -1) taken out: the equivalent
     /// source impedance behind a relay. Infinite when no source is left.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <set>
 
 #include "engines/rules/ElementData.h"
 #include "exchange/TextFile.h"
@@ -66,33 +67,64 @@ const CoefficientPair* BranchCoefficients::earlier(int mainBranch, const StudyRe
     return found == earlier_.end() ? nullptr : &found->second;
 }
 
-void BranchCoefficients::consider(const StudyMainBranch& main, int sysNo, const CoefficientPlace& place,
-                                  CoefficientPair& best) {
+void BranchCoefficients::consider(const StudyMainBranch& main, int sysNo, std::span<const BranchEnd> relays,
+                                  BranchEnd m, std::vector<CoefficientPair>& best) {
     for (const FaultCase& outage : main.cases.outages)
         for (const FaultCase& fault : main.cases.faults) {
             if (exclude(outage, fault)) continue;
             const auto of = [&](Sequence sequence) {
-                return calculation_.branchCoefficient(sysNo, sequence, outage, fault, place);
+                return calculation_.branchCoefficients(sysNo, sequence, outage, fault, relays, m);
             };
-            keepLarger(of(Sequence::Positive), fault.number, outage.number, sysNo, best.positive);
-            keepLarger(of(Sequence::Zero), fault.number, outage.number, sysNo, best.zero);
+            const std::vector<double> positive = of(Sequence::Positive), zero = of(Sequence::Zero);
+            for (std::size_t i = 0; i < relays.size(); ++i) {
+                keepLarger(positive[i], fault.number, outage.number, sysNo, best[i].positive);
+                keepLarger(zero[i], fault.number, outage.number, sysNo, best[i].zero);
+            }
         }
 }
 
-CoefficientPair BranchCoefficients::largest(const StudyMainBranch& main, const CoefficientPlace& place) {
-    CoefficientPair best;
-    for (const int sysNo : operatingModes(main.record.modes)) consider(main, sysNo, place, best);
+std::vector<CoefficientPair> BranchCoefficients::largest(const StudyMainBranch& main, std::span<const BranchEnd> relays,
+                                                         BranchEnd m) {
+    std::vector<CoefficientPair> best(relays.size());
+    for (const int sysNo : operatingModes(main.record.modes)) consider(main, sysNo, relays, m, best);
     return best;
 }
 
-const CoefficientPair& BranchCoefficients::computed(int mainBranch, const BranchView& m, const StudyRelay& relay) {
-    const Key key{mainBranch, m.branch.value, relay.place.branch.value, static_cast<int>(relay.place.end)};
-    const auto [entry, isNew] = kept_.try_emplace(key);
-    if (isNew) {
-        const CoefficientPlace place{relay.place.branch, relay.place.end, m.branch, m.end};
-        entry->second = largest(study_.mainBranches[static_cast<std::size_t>(mainBranch)], place);
+const std::vector<std::vector<const StudyRelay*>>& BranchCoefficients::relaysBefore() {
+    if (!relaysBefore_.empty()) return relaysBefore_;
+    relaysBefore_.resize(study_.mainBranches.size());
+    for (const StudyRelay& relay : study_.relays) {
+        if (relay.kind != RelayKind::Branch || !relay.located) continue;
+        for (const AdjacentBranch& branch : sections_.mainBranches(relay)) {
+            const auto found = mainBranchAt_.find({sections_.edge(branch.edge).idNo, branch.startNode});
+            if (found != mainBranchAt_.end()) relaysBefore_[static_cast<std::size_t>(found->second)].push_back(&relay);
+        }
     }
-    return entry->second;
+    return relaysBefore_;
+}
+
+/// The relay's end and, since one solution serves them all, those of every other relay that still lacks this main
+/// branch.
+std::vector<BranchEnd> BranchCoefficients::wantedWith(int mainBranch, const BranchView& m, const StudyRelay& relay) {
+    std::set<RelayEnd> wanted{{relay.place.branch.value, relay.place.end}};
+    const auto& main = study_.mainBranches[static_cast<std::size_t>(mainBranch)];
+    if (study_.network.branches[static_cast<std::size_t>(m.branch.value)].idNo == main.record.idNo)
+        for (const StudyRelay* other : relaysBefore()[static_cast<std::size_t>(mainBranch)])
+            if (!earlier(mainBranch, *other)) wanted.emplace(other->place.branch.value, other->place.end);
+    std::vector<BranchEnd> ends;
+    for (const auto& [branch, end] : wanted) ends.push_back({BranchIndex{branch}, end});
+    return ends;
+}
+
+const CoefficientPair& BranchCoefficients::computed(int mainBranch, const BranchView& m, const StudyRelay& relay) {
+    const auto keyOf = [&](BranchEnd end) { return Key{mainBranch, m.branch.value, {end.branch.value, end.end}}; };
+    const Key key = keyOf({relay.place.branch, relay.place.end});
+    if (!kept_.contains(key)) {
+        const std::vector<BranchEnd> ends = wantedWith(mainBranch, m, relay);
+        const auto pairs = largest(study_.mainBranches[static_cast<std::size_t>(mainBranch)], ends, {m.branch, m.end});
+        for (std::size_t i = 0; i < ends.size(); ++i) kept_.emplace(keyOf(ends[i]), pairs[i]);
+    }
+    return kept_.at(key);
 }
 
 std::optional<CoefficientPair> BranchCoefficients::of(const AdjacentBranch& branch, const StudyRelay& relay) {
@@ -137,21 +169,24 @@ exchange::CoefficientResult BranchCoefficients::line(const StudyMainBranch& main
 
 std::vector<exchange::CoefficientResult> BranchCoefficients::lines() {
     std::vector<exchange::CoefficientResult> result;
-    for (const StudyRelay& relay : study_.relays) {
-        if (relay.kind != RelayKind::Branch || !relay.located) continue;
-        for (const AdjacentBranch& branch : sections_.mainBranches(relay)) {
-            const auto found = mainBranchAt_.find({sections_.edge(branch.edge).idNo, branch.startNode});
-            if (found == mainBranchAt_.end() || earlier(found->second, relay)) continue;
-            const BranchView m = viewOf(branch, sections_, study_.network);
-            if (m.branch.value < 0) continue;
-            const CoefficientPair& pair = computed(found->second, m, relay);
-            const auto& main = study_.mainBranches[static_cast<std::size_t>(found->second)];
-            if (!pair.none()) result.push_back(line(main, relay, pair));
+    for (std::size_t place = 0; place < study_.mainBranches.size(); ++place) {
+        const StudyMainBranch& main = study_.mainBranches[place];
+        const int number = static_cast<int>(place);
+        const BranchView m = viewOfMain(main);
+        for (const StudyRelay* relay : relaysBefore()[place]) {
+            if (m.branch.value < 0 || earlier(number, *relay)) continue;
+            const CoefficientPair& pair = computed(number, m, *relay);
+            if (!pair.none()) result.push_back(line(main, *relay, pair));
         }
     }
     std::ranges::stable_sort(result, {}, [](const auto& r) { return std::pair(r.fzNo, r.nlRNo); });
     result.insert(result.begin(), study_.earlier.begin(), study_.earlier.end());
     return result;
+}
+
+BranchView BranchCoefficients::viewOfMain(const StudyMainBranch& main) const {
+    const int node = main.startNode();
+    return viewOf({study_.graph.find(main.record.idNo, node), node, -1, node, false, false}, sections_, study_.network);
 }
 
 }  // namespace engines

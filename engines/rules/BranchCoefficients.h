@@ -2,6 +2,7 @@
 
 #include <map>
 #include <optional>
+#include <span>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -45,11 +46,16 @@ class BranchCoefficients {
 
   private:
     using Sighting = std::pair<int, int>;        // element number and start node
-    using Key = std::tuple<int, int, int, int>;  // main branch, its branch seen, relay's branch, relay's end
+    using RelayEnd = std::pair<int, End>;        // branch and end
+    using Key = std::tuple<int, int, RelayEnd>;  // main branch, its branch seen, relay's end
     std::vector<int> mainBranchesOf(const AdjacentBranch& branch) const;
     const CoefficientPair& computed(int mainBranch, const BranchView& m, const StudyRelay& relay);
-    CoefficientPair largest(const StudyMainBranch& main, const CoefficientPlace& place);
-    void consider(const StudyMainBranch& main, int sysNo, const CoefficientPlace& place, CoefficientPair& best);
+    std::vector<BranchEnd> wantedWith(int mainBranch, const BranchView& m, const StudyRelay& relay);
+    std::vector<CoefficientPair> largest(const StudyMainBranch& main, std::span<const BranchEnd> relays, BranchEnd m);
+    void consider(const StudyMainBranch& main, int sysNo, std::span<const BranchEnd> relays, BranchEnd m,
+                  std::vector<CoefficientPair>& best);
+    const std::vector<std::vector<const StudyRelay*>>& relaysBefore();
+    [[nodiscard]] BranchView viewOfMain(const StudyMainBranch& main) const;
     const CoefficientPair* earlier(int mainBranch, const StudyRelay& relay) const;
     exchange::CoefficientResult line(const StudyMainBranch& main, const StudyRelay& relay,
                                      const CoefficientPair& pair) const;
@@ -60,6 +66,7 @@ class BranchCoefficients {
     std::map<Sighting, int> mainBranchAt_;
     std::map<std::pair<int, int>, CoefficientPair> earlier_;  // by main branch number and relay number
     std::map<Key, CoefficientPair> kept_;
+    std::vector<std::vector<const StudyRelay*>> relaysBefore_;  // by main branch: those whose far end leads to it
 };
 
 }  // namespace engines

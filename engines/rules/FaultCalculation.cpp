@@ -83,14 +83,15 @@ QuantitiesSeen ModeStudies::quantities(int sysNo, const FaultCase& outage, const
     return seen;
 }
 
-double ModeStudies::branchCoefficient(int sysNo, Sequence sequence, const FaultCase& outage, const FaultCase& fault,
-                                      const CoefficientPlace& place) {
+std::vector<double> ModeStudies::branchCoefficients(int sysNo, Sequence sequence, const FaultCase& outage,
+                                                    const FaultCase& fault, std::span<const BranchEnd> relays,
+                                                    BranchEnd main) {
     const auto& rows = fault.conditions;
     const auto shunt = std::ranges::find_if(rows, [](const Condition& c) { return !isSeries(c.kind); });
-    if (shunt == rows.end()) return 0;
+    if (shunt == rows.end()) return std::vector<double>(relays.size());
     std::vector<Condition> conditions = outage.conditions;
     std::ranges::copy_if(rows, std::back_inserter(conditions), [](const Condition& c) { return isSeries(c.kind); });
-    return mode(sysNo).branchCoefficient(sequence, *shunt, conditions, place.b, place.bEnd, place.m, place.mEnd);
+    return mode(sysNo).branchCoefficients(sequence, *shunt, conditions, relays, main);
 }
 
 Complex ModeStudies::sourceImpedance(int sysNo, Sequence sequence, const RelayPlace& relay) {

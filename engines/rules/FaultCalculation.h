@@ -24,23 +24,16 @@ struct QuantitiesSeen {
     bool dead = false;  ///< the fault lies where no source feeds it
 };
 
-/// The place of a branch coefficient: relay's branch B, main branch M, each with the end at which current is counted.
-struct CoefficientPlace {
-    BranchIndex b;
-    End bEnd = End::I;
-    BranchIndex m;
-    End mEnd = End::I;
-};
-
 /// The electrical side of a rule run: what is computed on the sequence networks. `sysNo` 0 is the network as it stands.
 class FaultCalculation {
   public:
     virtual ~FaultCalculation() = default;
     virtual QuantitiesSeen quantities(int sysNo, const FaultCase& outage, const FaultCase& fault,
                                       const RelayPlace& relay, std::span<const QuantityAsked> asked) = 0;
-    /// Of one fault under one outage; 0 when there is none.
-    virtual double branchCoefficient(int sysNo, Sequence sequence, const FaultCase& outage, const FaultCase& fault,
-                                     const CoefficientPlace& place) = 0;
+    /// Of each relay's branch for one main branch, one fault and one outage; 0 where there is none.
+    virtual std::vector<double> branchCoefficients(int sysNo, Sequence sequence, const FaultCase& outage,
+                                                   const FaultCase& fault, std::span<const BranchEnd> relays,
+                                                   BranchEnd main) = 0;
     /// Source impedance behind a relay's own end, per unit; infinite without a source.
     virtual Complex sourceImpedance(int sysNo, Sequence sequence, const RelayPlace& relay) = 0;
     /// The operating mode has the branch cut out in the positive sequence.
@@ -57,8 +50,9 @@ class ModeStudies : public FaultCalculation {
 
     QuantitiesSeen quantities(int sysNo, const FaultCase& outage, const FaultCase& fault, const RelayPlace& relay,
                               std::span<const QuantityAsked> asked) override;
-    double branchCoefficient(int sysNo, Sequence sequence, const FaultCase& outage, const FaultCase& fault,
-                             const CoefficientPlace& place) override;
+    std::vector<double> branchCoefficients(int sysNo, Sequence sequence, const FaultCase& outage,
+                                           const FaultCase& fault, std::span<const BranchEnd> relays,
+                                           BranchEnd main) override;
     Complex sourceImpedance(int sysNo, Sequence sequence, const RelayPlace& relay) override;
     [[nodiscard]] bool isCutOut(int sysNo, BranchIndex branch) const override;
 

@@ -44,17 +44,18 @@ TEST_F(Coefficients, TheLargestOverModesOutagesAndFaultsDecidesPerSequence) {
     const auto found = lines();
     ASSERT_EQ(found.size(), 1u);
     EXPECT_EQ(exchange::format(found[0]), "7, 3, 4, 2, 1, 2, 3, 1, 1, 0.8, 2, 21, 2, 0.25, 1, 21, 1, \r\n");
-    EXPECT_EQ(calculation.asked.front().bEnd, End::I);
-    EXPECT_EQ(calculation.asked.front().mEnd, End::I);
+    EXPECT_EQ(calculation.asked.front().first.end, End::I);
+    EXPECT_EQ(calculation.asked.front().second.end, End::I);
 }
 
 TEST_F(Coefficients, EndsAreTakenWhereTheBranchesStart) {
+    s.relays.clear();
     own = &addRelay(s, relayBlock(2, 3, 4, 2, 2));  // from 4 towards 3, where line 3 begins at its J end
     addMainBranch(s, 3, 5, 3, 3, 2);
     run(rule({{1, 21, 451, 2}}));
     ASSERT_FALSE(calculation.asked.empty());
-    EXPECT_EQ(calculation.asked.back().bEnd, End::J);
-    EXPECT_EQ(calculation.asked.back().mEnd, End::J);
+    EXPECT_EQ(calculation.asked.back().first.end, End::J);
+    EXPECT_EQ(calculation.asked.back().second.end, End::J);
 }
 
 TEST_F(Coefficients, WithoutAMainBranchOrWithOpposedCurrentsThereIsNoCandidate) {
@@ -82,9 +83,9 @@ TEST_F(Coefficients, ARelayAtAThreeWindingTransformerTakesTheFaultsBehindItsStar
     addMainBranch(s, 2, 7, 9, 23, 1);
     calculation.coefficients = {{{0, 0, 1, false}, 0.5}};
     EXPECT_THAT(run(rule({{1, 31, 401, 1}, {2, 31, 451, 1}})).outputs, ElementsAre(10, 0.5));
-    const Branch& m = s.network.branches[static_cast<std::size_t>(calculation.asked.front().m.value)];
+    const Branch& m = s.network.branches[static_cast<std::size_t>(calculation.asked.front().second.branch.value)];
     EXPECT_EQ(m.idNo, 21);
-    EXPECT_EQ(calculation.asked.front().mEnd, End::J);
+    EXPECT_EQ(calculation.asked.front().second.end, End::J);
 }
 
 TEST_F(Coefficients, PairsOfAnEarlierRunAreTakenOverAndNotComputed) {

@@ -111,7 +111,7 @@ class TabledCalculation : public engines::FaultCalculation {
     std::map<std::tuple<int, int, int, bool>, double> coefficients;  // with true for the zero sequence
     std::map<int, double> sources;
     std::map<int, int> cutOut;
-    std::vector<engines::CoefficientPlace> asked;
+    std::vector<std::pair<engines::BranchEnd, engines::BranchEnd>> asked;  // first relay's branch, main branch
 
     engines::QuantitiesSeen quantities(int sysNo, const engines::FaultCase& outage, const engines::FaultCase& fault,
                                        const engines::RelayPlace&, std::span<const engines::QuantityAsked> q) override {
@@ -119,11 +119,12 @@ class TabledCalculation : public engines::FaultCalculation {
         if (found == seen.end()) return {std::vector<double>(q.size(), 0.0), true};
         return {found->second, false};
     }
-    double branchCoefficient(int sysNo, engines::Sequence sequence, const engines::FaultCase& outage,
-                             const engines::FaultCase& fault, const engines::CoefficientPlace& place) override {
-        asked.push_back(place);
+    std::vector<double> branchCoefficients(int sysNo, engines::Sequence sequence, const engines::FaultCase& outage,
+                                           const engines::FaultCase& fault, std::span<const engines::BranchEnd> relays,
+                                           engines::BranchEnd main) override {
+        asked.push_back({relays.front(), main});
         const auto found = coefficients.find({sysNo, outage.number, fault.number, sequence == engines::Sequence::Zero});
-        return found == coefficients.end() ? 0 : found->second;
+        return std::vector<double>(relays.size(), found == coefficients.end() ? 0 : found->second);
     }
     engines::Complex sourceImpedance(int sysNo, engines::Sequence, const engines::RelayPlace&) override {
         const auto found = sources.find(sysNo);
