@@ -166,10 +166,10 @@ TEST_F(Runs, WhatIsKeptFromStepToStepIsWhatTheTablesSay) {
         EXPECT_EQ(file("RELAY.R1"), relays) << k;
         EXPECT_EQ(file("RELAY.R6"), rules) << k;
         EXPECT_EQ(file("RELAY.R2"), branches) << k;
+        EXPECT_TRUE(k != 2 || relays.contains("    1,    1234570,    "));  // the other relay's new value
         flow.ReadResults(1);
         flow.StoreCurrentSettings(flow.currentRNo(), flow.currentPNo());
     }
-    EXPECT_TRUE(file("RELAY.R1").contains("    1,    1.23457e+06,    "));
     EXPECT_GT(file("RELAY.R2").count("\r\n"), 10);
     EXPECT_TRUE(errors.isEmpty());
 }
