@@ -121,3 +121,53 @@ TEST_F(HangingEngine, AnInterruptEndsTheRunAndKeepsTheCase) {
     const Answer again = call({"case", "run", name, "1"});
     EXPECT_EQ(again.code, 0) << again.err;
 }
+
+TEST_F(HangingEngine, AServerThatDiesInARunCostsTheRunButNotTheCase) {
+    const std::string path = call({"project", "path", name}).out;
+    const QString mark = QString::fromStdString(path).trimmed() + "Temp/hanging";
+    const std::string before = call({"--json", "case", "show", name, "1"}).out;
+    QFile::remove(mark);
+    QFile engine(bin + "/HALDERN.EXE");
+    ASSERT_TRUE(engine.open(QIODevice::WriteOnly) && engine.write("#!/bin/sh\n: > hanging\nexec sleep 2\n") > 0);
+    engine.close();
+    QProcess process;
+    process.start(bin + "/morvane", {"case", "run", name, "1"});
+    for (int i = 0; i < 200 && !QFile::exists(mark); ++i) process.waitForFinished(100);
+    ASSERT_TRUE(QFile::exists(mark));
+    QFile pid(qEnvironmentVariable("XDG_DATA_HOME") + "/morvane/server/server.pid");
+    ASSERT_TRUE(pid.open(QIODevice::ReadOnly));
+    ASSERT_EQ(QProcess::execute("kill", {"-KILL", QString::fromUtf8(pid.readAll().trimmed())}), 0);
+    ASSERT_TRUE(process.waitForFinished(60000));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_THAT(process.exitCode(), testing::AnyOf(3, 4));
+    EXPECT_THAT(process.readAllStandardError().toStdString(), HasSubstr("服务器"));
+    EXPECT_EQ(call({"--json", "case", "show", name, "1"}).out, before);
+    const Answer again = call({"case", "run", name, "1"});
+    EXPECT_EQ(again.code, 0) << again.err;
+}
+
+/// A published network with breakers and disconnectors; it lies beside the checkout where it is at hand.
+TEST(PublicNetwork, MiniGridGivesSettingsOnItsConnectedLines) {
+    const QString networks = qEnvironmentVariable("MORVANE_SHARED_NETWORKS", MORVANE_SHARED_NETWORKS);
+    const QString folder = networks + "/cgmes_minigrid/NodeBreaker/BaseCase_Complete_v3";
+    if (!QDir(folder).exists()) GTEST_SKIP() << "no public networks at " << networks.toStdString();
+    const QString project = "MiniGrid";
+    ASSERT_EQ(call({"project", "new", project, "--replace"}).code, 0);
+    const Answer import = call({"import", project, folder});
+    ASSERT_EQ(import.code, 0) << import.err;
+    ASSERT_EQ(call({"relays", "install", project, "--type", "1", "3", "--level", "110"}).code, 0);
+    for (const char* type : {"1", "3"}) {
+        QStringList words = {"case", "new", project, "--type", type, "--name", type, "--relay"};
+        for (const auto& relay : call({"relays", "list", project, "--type", type, "--json"}).json())
+            if (std::string(relay["element"]).front() == 'L') words << QString::number(int(relay["number"]));
+        ASSERT_EQ(words.size(), 8 + 12);
+        ASSERT_EQ(call(words).code, 0);
+        const Answer run = call({"case", "run", project, type, "--klm"});
+        EXPECT_EQ(run.code, 0) << run.err;
+    }
+    int settings = 0;
+    for (const auto& row : call({"case", "results", project, "1", "3", "--json"}).json())
+        if (row["part"] == 1 && row["setting"] != "t" && double(row["primary"]) > 0) ++settings;
+    EXPECT_EQ(settings, 24);
+    EXPECT_EQ(call({"project", "delete", project}).code, 0);
+}
