@@ -1,7 +1,5 @@
 #include "programs/engine/CCaseCalFlow.h"
 
-#include "platform/sql/Sql.h"
-
 CCaseCalFlow::CCaseCalFlow(int rTypeNo, const QString& typeCode, const QString& workDir, int caseNo)
     : netData_(std::make_unique<CNetDataCal>()),
       relayInput_(std::make_unique<CRelayInputCal>(rTypeNo, workDir, caseNo)),
@@ -19,12 +17,10 @@ void CCaseCalFlow::reloadRules() {
 }
 
 void CCaseCalFlow::ReadResults(int what) {
-    sql::Transaction whole;
     if (what != 2) {
         relayFault_->ReadSettingResults();
         relayFault_->ReadFaultResults();
         relayFault_->ReadVariableResults();
     }
     if (what != 1) relayFault_->ReadBranchCoefResults();
-    whole.commit();
 }

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <map>
 #include <tuple>
 
@@ -22,6 +23,11 @@ class Values {
     Values(const Values&) = delete;
     Values& operator=(const Values&) = delete;
     double take(double value) { return storable(value, refused_); }
+    /// Numbers of the tables have no sign.
+    int take(int value) {
+        refused_ = refused_ || value < 0;
+        return std::max(value, 0);
+    }
 
   private:
     const char* file_;
@@ -67,9 +73,12 @@ bool CRelayFaultCal::ReadSettingResults() {
 bool CRelayFaultCal::ReadFaultResults() {
     const auto text = work::read(workDir_, exchange::file::kFaultResults);
     if (!text) return false;
+    Values values(exchange::file::kFaultResults);
     QVector<QVariantList> rows;
     for (const exchange::FaultResult& r : exchange::parseFaultResults(*text))
-        rows.push_back({r.nCal, r.rno, r.pno, r.ruleNo, r.rmNo, r.nSela, r.nSelb, r.nSelc, r.nSys, caseNo_});
+        rows.push_back({values.take(r.nCal), values.take(r.rno), values.take(r.pno), values.take(r.ruleNo),
+                        values.take(r.rmNo), values.take(r.nSela), values.take(r.nSelb), values.take(r.nSelc),
+                        values.take(r.nSys), caseNo_});
     return sql::insertRows({}, "RLY_FAULTINF",
                            {"NCal", "RNo", "PNo", "RuleNo", "RMNo", "NSela", "NSelb", "NSelc", "NSys", "Case_No"},
                            rows);
@@ -82,8 +91,11 @@ bool CRelayFaultCal::ReadBranchCoefResults() {
     QVector<QVariantList> rows;
     for (const exchange::CoefficientResult& r : exchange::parseCoefficients(*text)) {
         if (r.fzNo == 0) continue;
-        rows.push_back({r.fzNo, r.mINo, r.mJNo, r.mIdNo, r.mSide, r.bINo, r.bJNo, r.bIdNo, r.nlRNo, values.take(r.fz1),
-                        r.nSel1a, r.nSel1b, r.nSys1, values.take(r.fz0), r.nSel0a, r.nSel0b, r.nSys0, caseNo_});
+        rows.push_back({values.take(r.fzNo), values.take(r.mINo), values.take(r.mJNo), values.take(r.mIdNo),
+                        values.take(r.mSide), values.take(r.bINo), values.take(r.bJNo), values.take(r.bIdNo),
+                        values.take(r.nlRNo), values.take(r.fz1), values.take(r.nSel1a), values.take(r.nSel1b),
+                        values.take(r.nSys1), values.take(r.fz0), values.take(r.nSel0a), values.take(r.nSel0b),
+                        values.take(r.nSys0), caseNo_});
     }
     return sql::insertRows({}, "RLY_KFINF",
                            {"FzNo", "MINo", "MJNo", "MIDNo", "MSide", "BINo", "BJNo", "BIDNo", "NLRNo", "Fz1", "NSel1a",
@@ -94,9 +106,10 @@ bool CRelayFaultCal::ReadBranchCoefResults() {
 bool CRelayFaultCal::ReadPhaseResults() {
     const auto text = work::read(workDir_, exchange::file::kPhaseResults);
     if (!text) return false;
+    Values values(exchange::file::kPhaseResults);
     QVector<QVariantList> rows;
     for (const exchange::PhaseResult& r : exchange::parsePhaseResults(*text))
-        rows.push_back({r.nCal, r.rno, r.pno, caseNo_});
+        rows.push_back({values.take(r.nCal), values.take(r.rno), values.take(r.pno), caseNo_});
     return sql::insertRows({}, "RLY_RRNPH", {"NCal", "RNo", "PNo", "Case_No"}, rows);
 }
 
@@ -108,7 +121,8 @@ bool CRelayFaultCal::ReadVariableResults() {
     for (const exchange::VariableResult& r : exchange::parseVariableResults(*text)) {
         int varNo = 0;
         for (double value : r.values)
-            rows.push_back({r.nCal, r.rno, r.pno, r.ruleNo, values.take(value), ++varNo, caseNo_});
+            rows.push_back({values.take(r.nCal), values.take(r.rno), values.take(r.pno), values.take(r.ruleNo),
+                            values.take(value), ++varNo, caseNo_});
     }
     return sql::insertRows({}, "RLY_RRVIN", {"NCal", "RNo", "PNo", "RuleNo", "V", "VarNo", "Case_No"}, rows);
 }

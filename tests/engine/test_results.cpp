@@ -61,6 +61,16 @@ TEST_F(Results, FaultsCoefficientsAndVariablesAreAdded) {
     EXPECT_EQ(rows("SELECT VarNo,V FROM RLY_RRVIN"), (QStringList{"1 0.25", "2 1.5", "3 -3"}));
 }
 
+TEST_F(Results, GarbageIsToldAndDoesNotKeepOtherLinesOut) {
+    put("RELAY.RP2", "-1, 11, abc, 1101, 31, -12, 0, 0, 5,\r\n\x01\xff\r\n2, 12, 1, 1101, 31, 1, 0, 0, 5,\r\n");
+    put("RELAY.RP5", "1, -11, 1, 1101, 1e99, 2,\r\n");
+    EXPECT_TRUE(cal.ReadFaultResults());
+    EXPECT_TRUE(cal.ReadVariableResults());
+    EXPECT_TRUE(rows("SELECT * FROM RLY_FAULTINF").contains("7 2 12 1 1101 31 1 0 0 5"));
+    EXPECT_EQ(rows("SELECT RNo,V FROM RLY_RRVIN"), (QStringList{"0 0", "0 2"}));
+    EXPECT_EQ(errors, (QStringList{"RELAY.RP2中有不能采用的数值，按0处理", "RELAY.RP5中有不能采用的数值，按0处理"}));
+}
+
 TEST_F(Results, TurnOrderRanksTheRelaysAndPutsTheOthersBehind) {
     for (int rno : {11, 12, 13})
         run("INSERT INTO RLY_CASEINF (Case_No,TurnNo,RNo,PNo,PValid,RuleNo,RValid) VALUES (7,1,?,1,1,1101,1)", {rno});
