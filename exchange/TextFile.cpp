@@ -74,6 +74,8 @@ void replace(const std::filesystem::path& path, std::string_view bytes) {
     aside += ".new";
     std::error_code failed;
     if (writeTo(aside, bytes, std::ios::trunc)) {
+        // A journalling file system waits for the disk where a renamed file replaces another.
+        std::filesystem::remove(path, failed);
         std::filesystem::rename(aside, path, failed);
         if (!failed) return;
     }

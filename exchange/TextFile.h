@@ -25,8 +25,8 @@ std::string readAll(const std::filesystem::path& path);
 /// Appends to a file, creating it when absent. \return false when it cannot be opened or written in full.
 [[nodiscard]] bool append(const std::filesystem::path& path, std::string_view bytes);
 
-/// Writes beside the target and renames over it, so that the target is never half written.
-/// \throws FormatError when that fails (the target is then as it was).
+/// Writes beside the target and renames when complete: the target is the old file, the new one, or for a moment none.
+/// \throws FormatError when it cannot be written; the target is then as it was.
 void replace(const std::filesystem::path& path, std::string_view bytes);
 
 /// A number as the default text stream of the module writes it: six significant digits, trailing zeros dropped,
