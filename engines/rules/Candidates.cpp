@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "engines/rules/Arithmetic.h"
 #include "engines/rules/ElementData.h"
@@ -18,16 +19,30 @@ constexpr int kLinesOnly = 2;
 constexpr int kTransformersOnly = 3;
 
 std::string lackOf(const RuleVariable& variable, double value) {
-    if (std::isfinite(value)) return {};
+    if (!std::isnan(value)) return {};
     const std::string name = operandName(variable.varNo);
     if (isRelaySetting(variable.vType)) return name + ": the part of that relay is not set yet";
     if (isBranchCoefficient(variable.vType)) return name + ": no branch coefficient for that main branch";
     return name + " (kind " + std::to_string(variable.vType) + ") has no value there";
 }
 
+/// The relay feeds nothing into the branch behind it: every branch coefficient of the mode is 0, every assist
+/// coefficient infinite. One sequence alone says nothing: the other still has to be coordinated with.
+bool feedsNothing(std::span<const RuleVariable> variables, const Candidate& candidate) {
+    bool any = false;
+    for (std::size_t i = 0; i < variables.size(); ++i) {
+        if (!isBranchCoefficient(variables[i].vType)) continue;
+        if (candidate.values[i] != 0 && !std::isinf(candidate.values[i])) return false;
+        any = true;
+    }
+    return any;
+}
+
 void noteLack(std::span<const RuleVariable> variables, Candidate& candidate) {
     for (std::size_t i = 0; i < variables.size() && candidate.lack.empty(); ++i)
         candidate.lack = lackOf(variables[i], candidate.values[i]);
+    if (candidate.lack.empty() && feedsNothing(variables, candidate))
+        candidate.lack = "the relay feeds nothing into that branch, or against its current";
 }
 
 /// Kinds of branch that the mode's variables ask for, by their place number.
@@ -146,8 +161,8 @@ double CandidateFinder::coefficient(int vType, const AdjacentBranch& branch, con
     const bool positive =
         vType == vtype::kCoefficient1 || vType == vtype::kAssist1 || vType == vtype::kTransformerAssist1;
     const double value = positive ? pair->positive.value : pair->zero.value;
-    if (value <= 0) return kNoValue;
-    return vType >= vtype::kAssist1 ? 1 / value : value;
+    if (vType < vtype::kAssist1) return std::max(value, 0.0);
+    return value > 0 ? 1 / value : std::numeric_limits<double>::infinity();
 }
 
 double CandidateFinder::branchValue(int vType, const AdjacentBranch& branch, const StudyRelay& relay) {

@@ -53,8 +53,7 @@ Step stepOf(const Line& line) {
 
 void setInputs(const Mode& mode, const Candidate& candidate, Registers& registers) {
     for (std::size_t i = 0; i < mode.variables.size(); ++i)
-        registers.setInput(mode.variables[i].varNo,
-                           std::isfinite(candidate.values[i]) ? candidate.values[i] : kNoValue);
+        registers.setInput(mode.variables[i].varNo, candidate.values[i]);
 }
 
 /// Runs the mode's lines at a candidate. \return the selecting line's result, 0 without one
@@ -76,7 +75,7 @@ class Selection {
 
     void offer(const Candidate& candidate) {
         if (!candidate.lack.empty()) return refuse(candidate.lack);
-        if (candidate.unseen && mode_.selects() == 2) return refuse("a fault that the relay does not see");
+        if (candidate.unseen && mode_.selects() != 0) return refuse("a fault that the relay does not see");
         Registers registers = before_;
         setInputs(mode_, candidate, registers);
         const Outcome outcome = runLines(mode_, registers);

@@ -73,5 +73,7 @@ bool CAutoCalFlow::StoreCurrentSettings(int rno, int pno) {
                               " WHERE RNo=? AND CDz IN (" + QStringList(names.size(), "?").join(",") + ")",
                           primary + secondary + QVariantList{rno} + names);
     relayFault().workingSettingsChanged(rno);
+    // From now on the working settings hold results of this run; the relays' stored ones are older.
+    relayFault().setFirstWrite(0);
     return stored;
 }
