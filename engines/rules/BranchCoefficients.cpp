@@ -172,6 +172,7 @@ std::vector<exchange::CoefficientResult> BranchCoefficients::lines() {
     for (std::size_t place = 0; place < study_.mainBranches.size(); ++place) {
         const StudyMainBranch& main = study_.mainBranches[place];
         const int number = static_cast<int>(place);
+        if (relaysBefore()[place].empty()) continue;  // nor need the network have such a branch
         const BranchView m = viewOfMain(main);
         for (const StudyRelay* relay : relaysBefore()[place]) {
             if (m.branch.value < 0 || earlier(number, *relay)) continue;

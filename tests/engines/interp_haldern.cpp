@@ -192,8 +192,11 @@ TEST_F(Haldern, WhatTheNetworkDoesNotHaveIsLeftOutAndTold) {
     rules.sections[0].faults.push_back({1, {3, 77, 2, 3, 100, 1, "0", "0"}});
     write(file::kRuleFaults,
           exchange::format(rules) + exchange::format(exchange::RelayRules{13, 1, {{1102, 0, {}, true, {}}}}));
+    write(file::kMainBranches,
+          read(file::kMainBranches) + exchange::format(exchange::MainBranch{2, 3, 9, 88, 1, {}, {}}));
     ASSERT_EQ(run(), 0);
     EXPECT_EQ(exchange::parseSettingResults(read(file::kSettingResults)).at(0).ruleNo, 3101);
+    EXPECT_EQ(exchange::parseCoefficients(read(file::kCoefficients)).size(), 1u);
     EXPECT_THAT(said, HasSubstr("fault number 3 is left out: the network has no branch 77 between 2 and 3"));
     EXPECT_THAT(said, HasSubstr("relay 13, part 1, rule 1102: no result: RELAY.R1 does not have the relay"));
 }
