@@ -4,19 +4,8 @@
 #include <algorithm>
 
 #include "platform/sql/Sql.h"
-#include "programs/frame/SettingConversion.h"
 
 namespace {
-
-struct Ratios {
-    double ctPri = 1, ctSec = 1, ptPri = 1, ptSec = 1;
-};
-
-Ratios ratiosOf(int rno) {
-    sql::Query q;
-    q.exec("SELECT CTPri,CTSec,PTPri,PTSec FROM RLY_RUD WHERE RNo=?", {rno});
-    return q.next() ? Ratios{q.real(0), q.real(1), q.real(2), q.real(3)} : Ratios();
-}
 
 QMap<QString, std::vector<double>> resultsOf(int rno, int pno, int caseNo) {
     QMap<QString, std::vector<double>> results;
@@ -53,14 +42,13 @@ CAutoCalFlow::CAutoCalFlow(int rTypeNo, const QString& typeCode, const QString& 
 bool CAutoCalFlow::StoreCurrentSettings(int rno, int pno) {
     const RelayType* type = relayInput().rules().type(rTypeNo_);
     if (!type || pno < 1 || pno > 5) return true;
-    const Ratios ratios = ratiosOf(rno);
     const auto results = resultsOf(rno, pno, caseNo());
     QVariantList names, primary, secondary;
     for (auto it = results.constBegin(); it != results.constEnd(); ++it) {
         const RelayType::Setting* setting = type->setting(it.key());
         if (!setting) continue;
         const double value = decided(it.key(), it.value());
-        const double factor = conversionFactor(setting->vType, ratios.ctPri, ratios.ctSec, ratios.ptPri, ratios.ptSec);
+        const double factor = relayFault().secondaryFactor(rno, setting->vType);
         names << it.key();
         primary << it.key() << sixDigits(value);
         secondary << it.key() << sixDigits(value * factor);

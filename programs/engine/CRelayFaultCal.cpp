@@ -4,6 +4,7 @@
 #include "programs/engine/MainBranchRows.h"
 #include "programs/engine/RuleFaultRows.h"
 #include "programs/engine/RunInputs.h"
+#include "programs/frame/SettingConversion.h"
 
 CRelayFaultCal::CRelayFaultCal(int rTypeNo, const QString& typeCode, const QString& workDir, int caseNo)
     : rTypeNo_(rTypeNo), typeCode_(typeCode), workDir_(workDir), caseNo_(caseNo) {}
@@ -45,6 +46,11 @@ const SettingsByRelay& CRelayFaultCal::workingSettings() {
 
 void CRelayFaultCal::workingSettingsChanged(int rno) {
     if (workingSettings_) workingSettings_->insert(rno, readWorkingSettings(rno).value(rno));
+}
+
+double CRelayFaultCal::secondaryFactor(int rno, int vType) {
+    const InstalledRelay* relay = inputs().relay(rno);
+    return relay ? conversionFactor(vType, relay->ctPri, relay->ctSec, relay->ptPri, relay->ptSec) : 1.0;
 }
 
 void CRelayFaultCal::storeFaults() {

@@ -57,6 +57,8 @@ class CRelayFaultCal {
     /// From now on the working settings are read once and kept; whoever changes those of a relay tells it.
     void keepWorkingSettings() { keepsSettings_ = true; }
     void workingSettingsChanged(int rno);
+    /// Factor from the primary to the secondary values of a relay, see conversionFactor().
+    double secondaryFactor(int rno, int vType);
 
   private:
     const RuleData& rules();

@@ -79,7 +79,8 @@ bool CRelayFaultCal::ReadFaultResults() {
         rows.push_back({values.take(r.nCal), values.take(r.rno), values.take(r.pno), values.take(r.ruleNo),
                         values.take(r.rmNo), values.take(r.nSela), values.take(r.nSelb), values.take(r.nSelc),
                         values.take(r.nSys), caseNo_});
-    return sql::insertRows({}, "RLY_FAULTINF",
+    return rows.isEmpty() ||
+           sql::insertRows({}, "RLY_FAULTINF",
                            {"NCal", "RNo", "PNo", "RuleNo", "RMNo", "NSela", "NSelb", "NSelc", "NSys", "Case_No"},
                            rows);
 }
@@ -97,7 +98,8 @@ bool CRelayFaultCal::ReadBranchCoefResults() {
                         values.take(r.nSys1), values.take(r.fz0), values.take(r.nSel0a), values.take(r.nSel0b),
                         values.take(r.nSys0), caseNo_});
     }
-    return sql::insertRows({}, "RLY_KFINF",
+    return rows.isEmpty() ||
+           sql::insertRows({}, "RLY_KFINF",
                            {"FzNo", "MINo", "MJNo", "MIDNo", "MSide", "BINo", "BJNo", "BIDNo", "NLRNo", "Fz1", "NSel1a",
                             "NSel1b", "NSys1", "Fz0", "NSel0a", "NSel0b", "NSys0", "Case_No"},
                            rows);
@@ -110,7 +112,7 @@ bool CRelayFaultCal::ReadPhaseResults() {
     QVector<QVariantList> rows;
     for (const exchange::PhaseResult& r : exchange::parsePhaseResults(*text))
         rows.push_back({values.take(r.nCal), values.take(r.rno), values.take(r.pno), caseNo_});
-    return sql::insertRows({}, "RLY_RRNPH", {"NCal", "RNo", "PNo", "Case_No"}, rows);
+    return rows.isEmpty() || sql::insertRows({}, "RLY_RRNPH", {"NCal", "RNo", "PNo", "Case_No"}, rows);
 }
 
 bool CRelayFaultCal::ReadVariableResults() {
@@ -124,5 +126,6 @@ bool CRelayFaultCal::ReadVariableResults() {
             rows.push_back({values.take(r.nCal), values.take(r.rno), values.take(r.pno), values.take(r.ruleNo),
                             values.take(value), ++varNo, caseNo_});
     }
-    return sql::insertRows({}, "RLY_RRVIN", {"NCal", "RNo", "PNo", "RuleNo", "V", "VarNo", "Case_No"}, rows);
+    return rows.isEmpty() ||
+           sql::insertRows({}, "RLY_RRVIN", {"NCal", "RNo", "PNo", "RuleNo", "V", "VarNo", "Case_No"}, rows);
 }

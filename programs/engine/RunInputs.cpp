@@ -88,7 +88,7 @@ void RunInputs::readRelays() {
     if (std::exchange(relaysRead_, true)) return;
     const std::string typeCode = work::gbk(typeCode_);
     sql::Query q;
-    q.exec("SELECT Valid,RNo,RTypeNo,RType,Side,ID_Name,I_Name,J_Name FROM RLY_RUD");
+    q.exec("SELECT Valid,RNo,RTypeNo,RType,Side,ID_Name,I_Name,J_Name,CTPri,CTSec,PTPri,PTSec FROM RLY_RUD");
     while (q.next()) {
         const ElementName at = nameAt(q, 5);
         exchange::RelayBlock block;
@@ -100,7 +100,8 @@ void RunInputs::readRelays() {
         const bool placed = placeBlock(block, q.number(3), at);
         std::vector<InstalledRelay>& ofType = relaysOfType_[q.number(2)];
         relays_.insert(block.rno, {q.number(2), static_cast<int>(ofType.size())});
-        ofType.push_back({block.rno, keyOf(at, block.side), placed ? std::optional(block) : std::nullopt});
+        ofType.push_back({block.rno, keyOf(at, block.side), q.real(8), q.real(9), q.real(10), q.real(11),
+                          placed ? std::optional(block) : std::nullopt});
     }
 }
 

@@ -35,7 +35,8 @@ using SettingsByRelay = QHash<int, SettingsOfRelay>;
 /// An installed relay, with its block of the relay file but for the parts; without one it is not in the network.
 struct InstalledRelay {
     int rno = 0;
-    QString place;  ///< key of its location
+    QString place;                                      ///< key of its location
+    double ctPri = 1, ctSec = 1, ptPri = 1, ptSec = 1;  ///< its transformers' ratios
     std::optional<exchange::RelayBlock> block;
 };
 
