@@ -24,6 +24,26 @@ inline Answer call(const QStringList& words, const QString& binDir = MORVANE_BIN
             process.readAllStandardOutput().toStdString(), process.readAllStandardError().toStdString()};
 }
 
+/// Joins lines with line feeds and writes them to a file below a folder.
+inline void writeLines(const QString& folder, const QString& name, const QStringList& lines) {
+    QFile file(folder + "/" + name);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << file.fileName().toStdString();
+    file.write((lines.join('\n') + "\n").toUtf8());
+}
+
+/// Calls that must succeed, in this order.
+inline void callAll(const QList<QStringList>& calls) {
+    for (const QStringList& words : calls) {
+        const Answer answer = call(words);
+        ASSERT_EQ(answer.code, 0) << words.join(' ').toStdString() << '\n' << answer.err;
+    }
+}
+
+/// The directory of a project, with a slash at its end.
+inline QString directoryOf(const QString& project) {
+    return QString::fromStdString(call({"project", "path", project}).out).trimmed();
+}
+
 /// A project on the demonstration network with zero-sequence relays on its 220 kV lines and a case of the first two
 /// of them, part 1.
 class DemoProject : public testing::Test {
