@@ -2,6 +2,7 @@
 
 #include "platform/sql/Sql.h"
 #include "programs/frame/Messages.h"
+#include "programs/frame/StageColumns.h"
 
 namespace {
 
@@ -21,6 +22,21 @@ bool clearWorkingRows(int caseNo) {
     return whole.commit();
 }
 
+/// Takes the new values of the settings that the run calculates out of the working table: a relay must not meet at a
+/// neighbour what an earlier run left there.
+bool clearCalculatedSettings(int caseNo) {
+    sql::Transaction whole;
+    for (int part = 1; part <= kStages; ++part) {
+        const QString column = "o.NDz" + QString::number(part);
+        if (!sql::Query().exec("UPDATE RLY_RLYOBJ_TEM o JOIN (SELECT DISTINCT RNo,Cdz FROM RLY_RDZTEM WHERE Case_No=?"
+                               " AND PNo=?) t ON t.RNo=o.RNo AND t.Cdz=o.Cdz SET " +
+                                   column + "1=0," + column + "2=0",
+                               {caseNo, part}))
+            return false;
+    }
+    return whole.commit();
+}
+
 bool prepare(CCaseCalFlow& flow, RowCursor& cursor, int mode) {
     if (!hasRelays() || !clearWorkingRows(flow.caseNo())) return false;
     flow.reloadRules();
@@ -37,7 +53,9 @@ bool prepare(CCaseCalFlow& flow, RowCursor& cursor, int mode) {
 
 bool prepareRun(int run, CStepCalFlow& flow) {
     flow.hasRow = prepare(flow, flow.rowCursor, run == 2 ? 3 : 1);
-    return flow.hasRow;
+    if (run != 2 || !flow.hasRow) return flow.hasRow;
+    flow.relayFault().setFirstWrite(0);  // the stored settings of relays of the case are those of earlier runs
+    return flow.hasRow = clearCalculatedSettings(flow.caseNo());
 }
 
 bool prepareSensitivityRun(int realCaseNo, CKlmCalFlow& flow) {

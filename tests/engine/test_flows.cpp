@@ -160,7 +160,7 @@ TEST_F(Runs, WhatIsKeptFromStepToStepIsWhatTheTablesSay) {
         ASSERT_TRUE(step());
         const QByteArray relays = file("RELAY.R1"), rules = file("RELAY.R6"), branches = file("RELAY.R2");
         CRelayFaultCal fresh(1, "距离保护", workDir(), 7);
-        fresh.setFirstWrite(k == 0 ? 1 : 0);
+        fresh.setFirstWrite(0);
         ASSERT_TRUE(fresh.WriteRelayFile(flow.currentPRTypeNo(), flow.currentRNo()));
         ASSERT_TRUE(fresh.WriteFaultFiles(flow.currentRNo(), flow.currentPNo(), flow.currentPRTypeNo(), 2, ruleNo));
         EXPECT_EQ(file("RELAY.R1"), relays) << k;

@@ -88,6 +88,20 @@ TEST_F(DemoProject, ACopyCalculatesLikeTheOriginal) {
     EXPECT_EQ(call({"project", "delete", "流程副本"}).code, 0);
 }
 
+TEST_F(DemoProject, ASecondRunGivesWhatTheFirstGave) {
+    ASSERT_EQ(call({"case", "new", name, "--type", "3", "--name", "环网", "--part", "1", "2", "3", "--max", "最大方式",
+                    "--min", "最小方式", "--sens", "最小方式"})
+                  .code,
+              0);
+    ASSERT_EQ(call({"case", "run", name, "环网", "--klm"}).code, 0);
+    const std::string first = call({"case", "results", name, "环网", "--csv"}).out;
+    EXPECT_GT(std::count(first.begin(), first.end(), '\n'), 20);
+    ASSERT_EQ(call({"case", "save", name, "环网"}).code, 0);
+    ASSERT_EQ(call({"case", "run", name, "环网"}).code, 0);
+    EXPECT_EQ(call({"case", "results", name, "环网", "--csv"}).out, first);
+    EXPECT_EQ(call({"case", "delete", name, "环网"}).code, 0);
+}
+
 /// The programs beside one that hangs instead of calculating.
 class HangingEngine : public DemoProject {
   protected:

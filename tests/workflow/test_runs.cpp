@@ -87,6 +87,22 @@ TEST_F(Runs, AnAutomaticRunFoldsItsResultsIntoTheWorkingSettings) {
     EXPECT_EQ(real("SELECT NDz11 FROM RLY_RLYOBJ_TEM WHERE RNo=1 AND Cdz='Idz'"), 600);
 }
 
+TEST_F(Runs, AnAutomaticRunDoesNotSeeWhatAnEarlierOneLeft) {
+    program("HALDERN.EXE", "cp -n RELAY.R1 seen; : > RELAY.RP1; : > RELAY.RP2; : > RELAY.RP3; : > RELAY.RP5");
+    ASSERT_TRUE(exec("UPDATE RLY_RLYOBJ_TEM SET NDz11=987,NDz12=8,NDz21=765,NDz22=6 WHERE Cdz='Idz'"));
+    const QStringList before = workingRows();
+    const auto run = session();
+    EXPECT_EQ(outcome(*run, RunSession::Automatic), "complete");
+    QFile seen(folder.filePath("seen"));
+    ASSERT_TRUE(seen.open(QIODevice::ReadOnly));
+    const std::string relays = seen.readAll().toStdString();
+    EXPECT_THAT(relays, testing::AllOf(testing::HasSubstr("765"), testing::Not(testing::HasSubstr("987"))));
+    EXPECT_EQ(rows("SELECT DISTINCT NDz11,NDz12,NDz21,NDz22 FROM RLY_RLYOBJ_TEM WHERE Cdz='Idz'"),
+              QStringList{"0,0,765,6"});
+    ASSERT_TRUE(run->cancel());
+    EXPECT_EQ(workingRows(), before);
+}
+
 TEST_F(Runs, CancelBringsTheWorkingTablesBack) {
     program("HALDERN.EXE", "printf '1,1,1,3101,600,0.0\\r\\n' > RELAY.RP1");
     const QStringList before = workingRows();
