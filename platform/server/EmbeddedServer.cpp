@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QStandardPaths>
 #include <QThread>
 #include <utility>
@@ -137,6 +138,7 @@ bool EmbeddedServer::prepare(QString* error) const {
     if (program_.isEmpty() || !QFileInfo(program_).isExecutable())
         return fail(error, "找不到数据库服务器程序" + (program_.isEmpty() ? QStringLiteral("mariadbd") : program_) +
                                "，请安装MariaDB服务器");
+    if (!QDir().mkpath(path("tmp"))) return fail(error, "数据目录" + folder_ + "不可写");
     if (QFileInfo::exists(path("data/") + versionFile)) return checkVersion(error);
     const QString installer = findProgram("mariadb-install-db");
     if (installer.isEmpty()) return fail(error, QStringLiteral("找不到程序mariadb-install-db，请安装MariaDB服务器"));
@@ -158,6 +160,11 @@ bool EmbeddedServer::createDataDirectory(const QString& installer, QString* erro
     if (geteuid() == 0) options << "--user=root";
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
+    // A server that starts clears its temporary folder of tables, also of those that others still use. Not an option:
+    // the installer splits those at blanks.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("TMPDIR", path("tmp"));
+    process.setProcessEnvironment(environment);
     process.start(installer, options);
     const bool ended = process.waitForFinished(prepareLimitMs);
     if (!ended || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
@@ -173,10 +180,10 @@ bool EmbeddedServer::createDataDirectory(const QString& installer, QString* erro
 
 QStringList EmbeddedServer::arguments() const {
     QStringList options{program_, "--no-defaults", "--datadir=" + path("data"), "--socket=" + socket_,
-                        "--pid-file=" + path("server.pid"), "--log-error=" + path("server.log"), "--skip-networking",
-                        "--skip-name-resolve", "--performance-schema=OFF", "--character-set-server=gbk",
-                        "--collation-server=gbk_chinese_ci", "--innodb-buffer-pool-size=32M",
-                        "--innodb-log-buffer-size=2M", logSize, "--key-buffer-size=1M",
+                        "--tmpdir=" + path("tmp"), "--pid-file=" + path("server.pid"),
+                        "--log-error=" + path("server.log"), "--skip-networking", "--skip-name-resolve",
+                        "--performance-schema=OFF", "--character-set-server=gbk", "--collation-server=gbk_chinese_ci",
+                        "--innodb-buffer-pool-size=32M", "--innodb-log-buffer-size=2M", logSize, "--key-buffer-size=1M",
                         "--aria-pagecache-buffer-size=8M", "--query-cache-size=0", "--max-connections=64",
                         "--table-open-cache=400", "--tmp-table-size=8M", "--max-heap-table-size=8M",
                         "--max-allowed-packet=64M", "--wait-timeout=31536000",
