@@ -164,7 +164,8 @@ class GoldenFiles : public ServerFixture {
         const QList<QByteArray> is = bytes(written).split('\n'), should = bytes(kept).split('\n');
         EXPECT_EQ(is.size(), should.size()) << name.toStdString();
         for (qsizetype k = 0; k < std::min(is.size(), should.size()); ++k)
-            ASSERT_EQ(is[k].toPercentEncoding(" ,'\"\r"), should[k].toPercentEncoding(" ,'\"\r"))
+            ASSERT_EQ(is[k].toPercentEncoding(" ,'\"").toStdString(),
+                      should[k].toPercentEncoding(" ,'\"").toStdString())
                 << name.toStdString() << ", line " << k + 1 << ": " << sql::fromGbk(is[k]).toStdString();
     }
 
