@@ -4,6 +4,8 @@
 #include "cli/CaseVerbs.h"
 #include "cli/TextTable.h"
 #include "platform/sql/Sql.h"
+#include "programs/frame/LocationLabel.h"
+#include "programs/frame/Messages.h"
 #include "programs/frame/RelayTypes.h"
 #include "programs/model/RelayStore.h"
 #include "programs/study/ModeStore.h"
@@ -65,10 +67,35 @@ bool fillForm(Context& context, const CaseWish& wish, CaseForm& form) {
     return modesByName(context, wish.maximum, &form.bigSys) && modesByName(context, wish.minimum, &form.smallSys);
 }
 
+QString placesOf(const QVector<int>& relays, int type) {
+    const int rType = readRelayTypes().value(type).RType;
+    QStringList places;
+    for (const InstalledRelay& relay : RelayStore::list(type))
+        if (relays.contains(relay.RNo))
+            places.append(
+                locationLabel(rType, relay.at.ID_Name, relay.at.I_Name, relay.at.J_Name, relay.at.Side).trimmed());
+    return places.join("、");
+}
+
+/// Leaves out the relays whose element the network of the case does not have: no run could calculate them.
+bool keepRelaysOfNetwork(Context& context, const CaseForm& form, int type, QVector<int>* relays) {
+    if (relays->isEmpty() || !CaseStore::hasSource(form)) return true;  // refused when the case is stored
+    NetworkSource network(context.realTime());
+    network.SwitchNetwork(form.onLoadFlow ? 1 : 0, CaseStore::loadFlowNumber(form),
+                          form.onLoadFlow ? QString(" ") : form.source);
+    const QVector<int> outside = NetworkSource::relaysOutside(*relays);
+    if (outside.isEmpty()) return true;
+    const QString where = (form.onLoadFlow ? "潮流作业" : "方案") + form.source + "的网络中";
+    if (outside.size() == relays->size()) return context.stop(BadInput, "所选保护都不在" + where + "，不能定义作业");
+    ReportError("不在" + where + "的保护没有列入作业: " + placesOf(outside, type), 1);
+    relays->removeIf([&](int relay) { return outside.contains(relay); });
+    return true;
+}
+
 }  // namespace
 
 void newCase(Context& context, const CaseWish& wish) {
-    if (!context.openProject(wish.project)) return;
+    if (!context.openProject(wish.project, true)) return;
     CaseStore cases;
     CaseForm form;
     QVector<int> relays;
@@ -78,13 +105,14 @@ void newCase(Context& context, const CaseWish& wish) {
         return;
     }
     if (!fillForm(context, wish, form) || !modesByName(context, wish.sensitivity, &sensitivity) ||
-        !chooseRelays(context, wish, &relays) || !cases.UpdateCaseChain(1))
+        !chooseRelays(context, wish, &relays) || !keepRelaysOfNetwork(context, form, wish.type, &relays) ||
+        !cases.UpdateCaseChain(1))
         return;
     QStringList outages;
     for (const std::string& name : wish.outages) outages.append(QString::fromStdString(name));
     cases.insert(wish.type, form.onLoadFlow ? 1 : 0, -1, form.source);
-    const bool stored = cases.addRelays(form, relays) && cases.SaveRecord(1, form) &&
-                        cases.setSensitivityModes(sensitivity) &&
+    const bool stored = cases.addRelays(form, relays) && cases.setRules({}, numbersOf(wish.rulesOff)) &&
+                        cases.SaveRecord(1, form) && cases.setSensitivityModes(sensitivity) &&
                         (outages.isEmpty() || cases.setOutages(relays, outages));
     if (!stored) {
         cases.recoverAll();

@@ -49,6 +49,7 @@ void addDefinition(CLI::App* made, const std::shared_ptr<CaseWish>& wish) {
     made->add_option("--relay", wish->relays, "待整定保护编号，缺省为该类型的全部有效保护");
     made->add_option("--level", wish->levels, "只取这些电压等级 kV 的保护");
     made->add_option("--part", wish->parts, "考虑整定的段，缺省为全部")->check(CLI::Range(1, kStages));
+    made->add_option("--without-rule", wish->rulesOff, "不用这些整定原则，例如 3202")->delimiter(',');
     made->add_option("--max", wish->maximum, "大运行方式");
     made->add_option("--min", wish->minimum, "小运行方式");
     made->add_option("--sens", wish->sensitivity, "灵敏度参量计算用运行方式");
@@ -131,6 +132,11 @@ void addCase(CLI::App& app, Context& context) {
     listed->callback([=, &context] { listCases(context, *wish); });
 
     addOnCase(verb, "show", "显示作业", wish)->callback([=, &context] { showCase(context, *wish); });
+    CLI::App* rules = addOnCase(verb, "rules", "列出各段的整定原则，或改变是否采用", wish);
+    rules->add_option("--on", wish->rulesOn, "采用这些整定原则")->delimiter(',');
+    rules->add_option("--off", wish->rulesOff, "不用这些整定原则")->delimiter(',');
+    rules->callback([=, &context] { setCaseRules(context, *wish); });
+
     addOnCase(verb, "delete", "删除作业", wish)->callback([=, &context] { deleteCase(context, *wish); });
     addOnCase(verb, "klm", "计算灵敏度参量", wish)->callback([=, &context] { runSensitivity(context, *wish); });
 

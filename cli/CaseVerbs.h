@@ -16,6 +16,7 @@ struct CaseWish {
     std::string name, note, scheme, loadFlow;
     int type = 0;
     std::vector<int> relays, parts;
+    std::vector<int> rulesOn, rulesOff;
     std::vector<double> levels;
     std::vector<std::string> maximum, minimum, sensitivity, outages;
     bool withSensitivity = false, keepBackup = false, csv = false;
@@ -27,10 +28,13 @@ bool openCase(Context& context, const CaseWish& wish, CaseStore& cases, bool rea
 /// Selects a case of the open project. \return false with the exit code set
 bool selectCase(Context& context, const std::string& caseName, CaseStore& cases);
 
+inline QVector<int> numbersOf(const std::vector<int>& numbers) { return {numbers.begin(), numbers.end()}; }
+
 // One function per verb.
 void newCase(Context& context, const CaseWish& wish);
 void listCases(Context& context, const CaseWish& wish);
 void showCase(Context& context, const CaseWish& wish);
+void setCaseRules(Context& context, const CaseWish& wish);
 void deleteCase(Context& context, const CaseWish& wish);
 void runCase(Context& context, const CaseWish& wish);
 void runSensitivity(Context& context, const CaseWish& wish);

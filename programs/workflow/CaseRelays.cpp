@@ -38,6 +38,19 @@ bool insertRules(int caseNo, int rTypeNo, const QVector<int>& relays) {
     return sql::insertRows({}, "RLY_CASEINF", columns, rows) && transaction.commit();
 }
 
+bool refuse(const QString& text) {
+    ReportError(text, 0);
+    return false;
+}
+
+bool switchRules(int caseNo, const QVector<int>& numbers, int state) {
+    QStringList texts;
+    for (const int number : numbers) texts.append(QString::number(number));
+    return texts.isEmpty() ||
+           sql::Query().exec("UPDATE RLY_CASEINF SET RValid=? WHERE Case_No=? AND RuleNo IN (" + texts.join(',') + ")",
+                             {state, caseNo});
+}
+
 /// The ends of an element that may be taken out of service.
 bool elementEnds(const QString& element, QVariantList* ends) {
     sql::Query query;
@@ -46,10 +59,7 @@ bool elementEnds(const QString& element, QVariantList* ends) {
         " UNION ALL SELECT ID_Name,I_Name,J_Name FROM CDB_TRANS_2WBAK WHERE ID_Name=?"
         " UNION ALL SELECT ID_Name,Name_N,Name_1 FROM CDB_TRANS_3WBAK WHERE ID_Name=?",
         {element, element, element});
-    if (!query.next()) {
-        ReportError("检修元件" + element + "不存在", 0);
-        return false;
-    }
+    if (!query.next()) return refuse("检修元件" + element + "不存在");
     *ends = {query.text(0), query.text(1), query.text(2)};
     return true;
 }
@@ -123,4 +133,34 @@ bool CaseStore::setOutages(const QVector<int>& relays, const QStringList& elemen
     for (const int relay : relays)
         if (!query.exec("DELETE FROM RLY_CELECHK WHERE Case_No=? AND RNo=?", {current()->Case_No, relay})) return false;
     return sql::insertRows({}, "RLY_CELECHK", columns, rows) && transaction.commit();
+}
+
+QVector<CaseRule> CaseStore::rules() {
+    QVector<CaseRule> found;
+    if (!current()) return found;
+    QHash<int, QString> notes;
+    sql::Query texts(tables::ruleConnection);
+    texts.exec("SELECT RuleNo,Note FROM RULEINF");
+    while (texts.next()) notes.insert(texts.number(0), texts.text(1));
+    sql::Query query;
+    query.exec(
+        "SELECT PNo,RuleNo,COUNT(DISTINCT RNo),COUNT(DISTINCT CASE WHEN RValid<=>1 THEN RNo END) FROM RLY_CASEINF"
+        " WHERE Case_No=? GROUP BY PNo,RuleNo ORDER BY PNo,RuleNo",
+        {current()->Case_No});
+    while (query.next())
+        found.append(
+            {query.number(0), query.number(1), notes.value(query.number(1)), query.number(2), query.number(3)});
+    return found;
+}
+
+bool CaseStore::setRules(const QVector<int>& on, const QVector<int>& off) {
+    if (!current()) return false;
+    QSet<int> known;
+    for (const CaseRule& rule : rules()) known.insert(rule.rule);
+    for (const int number : on + off)
+        if (!known.contains(number)) return refuse("作业中没有整定原则" + QString::number(number));
+    for (const int number : on)
+        if (off.contains(number)) return refuse("整定原则" + QString::number(number) + "不能又采用又不用");
+    sql::Transaction transaction;
+    return switchRules(current()->Case_No, on, 1) && switchRules(current()->Case_No, off, 0) && transaction.commit();
 }

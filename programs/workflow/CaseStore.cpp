@@ -63,14 +63,6 @@ QHash<int, QString> modeNames() {
     return names;
 }
 
-/// Whether the form names a scheme or load-flow case that the project has.
-bool isSource(const CaseForm& form) {
-    const QString text = form.onLoadFlow ? "SELECT COUNT(*) FROM LF_CASE WHERE Case_No!=0 AND Case_Name=?"
-                                         : "SELECT COUNT(*) FROM CDB_SCHEMEINFBAK WHERE SchName=?";
-    const QString name = form.source.trimmed();
-    return !name.isEmpty() && sql::scalar({}, text, {name}).toInt() > 0;
-}
-
 }  // namespace
 
 bool CaseStore::UpdateCaseChain(int mode) {
@@ -190,10 +182,22 @@ bool CaseStore::LoadCaseRelays() {
     return CaseSettings::load(caseNo, current()->RTypeNo, &missingRelay_);
 }
 
+bool CaseStore::hasSource(const CaseForm& form) {
+    const QString text = form.onLoadFlow ? "SELECT COUNT(*) FROM LF_CASE WHERE Case_No!=0 AND Case_Name=?"
+                                         : "SELECT COUNT(*) FROM CDB_SCHEMEINFBAK WHERE SchName=?";
+    const QString name = form.source.trimmed();
+    return !name.isEmpty() && sql::scalar({}, text, {name}).toInt() > 0;
+}
+
+int CaseStore::loadFlowNumber(const CaseForm& form) {
+    if (!form.onLoadFlow) return -1;
+    return sql::scalar({}, "SELECT Case_No FROM LF_CASE WHERE Case_Name=?", {form.source.trimmed()}, -1).toInt();
+}
+
 bool CaseStore::checkName(const CaseForm& form) {
     const QString name = form.name.trimmed();
     if (name.isEmpty()) return refuse("作业名不能为空");
-    if (!isSource(form)) return refuse("请选择一个方案或潮流作业");
+    if (!hasSource(form)) return refuse("请选择一个方案或潮流作业");
     QString why = sql::whyNotStorable(name, 20);
     if (why.isEmpty()) why = sql::whyNotStorable(form.note, 100);
     if (why.isEmpty()) why = sql::whyNotStorable(form.source, form.onLoadFlow ? 20 : 10);
@@ -236,8 +240,7 @@ bool CaseStore::SaveRecord_Case(const CaseForm& form, CaseNode& saved) {
     saved.PartFlg = form.PartFlg;
     saved.Mlf = form.onLoadFlow ? 1 : 0;
     saved.Scheme = form.onLoadFlow ? QString(" ") : form.source.trimmed();
-    const auto number = sql::scalar({}, "SELECT Case_No FROM LF_CASE WHERE Case_Name=?", {form.source.trimmed()}, -1);
-    saved.Case_lf = form.onLoadFlow ? number.toInt() : -1;
+    saved.Case_lf = loadFlowNumber(form);
     if (form.onLoadFlow && saved.Case_lf < 0) return refuse("潮流作业名没有对应的作业号");
     sql::Query query;
     QVariantList values = {saved.Case_No, saved.Case_Name, saved.RTypeNo, saved.RTypeCode, saved.Mlf,

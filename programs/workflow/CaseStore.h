@@ -5,6 +5,13 @@
 
 #include "programs/workflow/CaseNode.h"
 
+/// A setting rule of a case: on how many of its relays it is in force.
+struct CaseRule {
+    int part = 0, rule = 0;
+    QString note;
+    int relays = 0, inForce = 0;
+};
+
 /// The cases of the project: the chain of cases in memory, their checks and their storage. What goes wrong is told in
 /// the dock; a save that is refused changes nothing.
 class CaseStore {
@@ -38,6 +45,16 @@ class CaseStore {
     /// Takes back the relay changes since the last save.
     bool recoverAll();
 
+    /// The setting rules of the current case by part and number.
+    [[nodiscard]] QVector<CaseRule> rules();
+    /// Puts rules of the current case in force for all its relays, or leaves them out. \return false with a message and
+    /// nothing changed when the case does not have one of them, or one is named twice over
+    bool setRules(const QVector<int>& on, const QVector<int>& off);
+
+    /// Whether the form names a scheme or load-flow case that the project has.
+    [[nodiscard]] static bool hasSource(const CaseForm& form);
+    /// Number of the load-flow case that the form stands on; -1 on a scheme or without one.
+    [[nodiscard]] static int loadFlowNumber(const CaseForm& form);
     /// Checks the form and stores it: mode 1 the case with its settings and modes, any other mode the working table.
     bool SaveRecord(int mode, const CaseForm& form);
     /// Fills RLY_RLYOBJ_TEM for the current case with old and new values.

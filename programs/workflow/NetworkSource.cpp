@@ -10,6 +10,7 @@
 #include "programs/engine/BranchTable.h"
 #include "programs/engine/CCaseCal.h"
 #include "programs/engine/CNetDataCal.h"
+#include "programs/engine/RunInputs.h"
 
 namespace {
 
@@ -96,6 +97,16 @@ bool NetworkSource::SwitchNetwork(int mlf, int lfCase, const QString& scheme) {
     fdb_.commit();
     BranchTable::invalidate();
     return true;
+}
+
+QVector<int> NetworkSource::relaysOutside(const QVector<int>& relays) {
+    RunInputs inputs(0, 0, {});
+    QVector<int> outside;
+    for (const int relay : relays) {
+        const auto* installed = inputs.relay(relay);
+        if (installed && !installed->block) outside.append(relay);
+    }
+    return outside;
 }
 
 bool NetworkSource::loadStabilityHeader() {

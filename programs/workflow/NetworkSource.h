@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QVector>
 
 class dbDatabase;
 
@@ -15,6 +16,8 @@ class NetworkSource {
     /// Brings the network of a load-flow case or scheme into the branch table and the real-time database, unless it
     /// stands there already. \return true when it was built anew
     bool SwitchNetwork(int mlf, int lfCase, const QString& scheme);
+    /// Those of the relays whose place is not in the network that stands there.
+    [[nodiscard]] static QVector<int> relaysOutside(const QVector<int>& relays);
     /// Brings the headers of the stability case and of the load-flow case (0 when negative) into the real-time
     /// database. \return false with a message when one is missing
     bool LoadCaseHeaders(int lfCase);

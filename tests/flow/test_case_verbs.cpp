@@ -1,0 +1,75 @@
+#include "tests/flow/CommandLine.h"
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+/// Cases with all zero-sequence relays of the 220 kV lines.
+class CaseVerbs : public DemoProject {
+  protected:
+    static Answer make(const QString& caseName, const QStringList& more) {
+        return call(QStringList{"case", "new", name, "--type", "3", "--name", caseName, "--max", "最大方式", "--min",
+                                "最小方式", "--sens", "最小方式"} +
+                    more);
+    }
+    void TearDown() override {
+        for (const auto& made : call({"case", "list", name, "--json"}).json())
+            if (made["number"] != 1) call({"case", "delete", name, QString::number(int(made["number"]))});
+    }
+    /// Rules that decide a setting of the case somewhere.
+    static std::set<int> decidingRules(const QString& caseName) {
+        std::set<int> rules;
+        for (const auto& row : call({"case", "results", name, caseName, "--json"}).json())
+            rules.insert(int(row["rule"]));
+        return rules;
+    }
+};
+
+TEST_F(CaseVerbs, ALoadFlowCaseServesTheRuleForOpenPhases) {
+    ASSERT_EQ(make("潮流", {"--load-flow", "夏季大方式", "--part", "1", "--without-rule", "3101"}).code, 0);
+    const Answer run = call({"case", "run", name, "潮流"});
+    ASSERT_EQ(run.code, 0) << run.err;
+    EXPECT_THAT(decidingRules("潮流"), AllOf(testing::Contains(3102), Not(testing::Contains(3101))));
+    ASSERT_EQ(call({"case", "rules", name, "潮流", "--on", "3101", "--off", "3102"}).code, 0);
+    ASSERT_EQ(call({"case", "run", name, "潮流"}).code, 0);
+    EXPECT_THAT(decidingRules("潮流"), AllOf(testing::Contains(3101), Not(testing::Contains(3102))));
+}
+
+TEST_F(CaseVerbs, RulesAreListedWithTheirStateAndChangedWholeOrNotAtAll) {
+    ASSERT_EQ(make("原则", {"--without-rule", "3202,3302"}).code, 0);
+    std::set<int> off;
+    const auto listed = [&] { return call({"case", "rules", name, "原则", "--json"}).json(); };
+    const auto before = listed();
+    for (const auto& rule : before) {
+        if (rule["in_force"] == 0) off.insert(int(rule["rule"]));
+        EXPECT_TRUE(rule["in_force"] == 0 || rule["in_force"] == rule["relays"]);
+    }
+    EXPECT_EQ(off, (std::set<int>{3202, 3302}));
+    const Answer unknown = call({"case", "rules", name, "原则", "--on", "3202", "--off", "3101", "1101"});
+    EXPECT_EQ(unknown.code, 2);
+    EXPECT_THAT(unknown.err, HasSubstr("1101"));
+    EXPECT_EQ(call({"case", "rules", name, "原则", "--on", "3101", "--off", "3101"}).code, 2);
+    EXPECT_EQ(listed(), before);
+    EXPECT_EQ(make("不成", {"--without-rule", "9999"}).code, 2);
+    EXPECT_EQ(call({"case", "list", name, "--json"}).json().size(), 2U);
+}
+
+TEST_F(CaseVerbs, RelaysOutsideTheNetworkOfTheCaseAreLeftOut) {
+    const Answer made = make("停运", {"--scheme", "青龙线停运"});
+    ASSERT_EQ(made.code, 0) << made.err;
+    EXPECT_THAT(made.err, AllOf(HasSubstr("警告: "), HasSubstr("青龙线 青山青龙线侧、青龙线 龙泉青龙线侧\n")));
+    for (const auto& relay : call({"case", "show", name, "停运", "--json"}).json()["relays"])
+        EXPECT_THAT(std::string(relay), Not(testing::StartsWith("青龙线")));
+    const Answer run = call({"case", "run", name, "停运"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_THAT(run.err, Not(HasSubstr("要整定的保护不在")));
+
+    QStringList gone = {"--scheme", "青龙线停运", "--relay"};
+    for (const auto& relay : call({"relays", "list", name, "--json"}).json())
+        if (relay["element"] == "青龙") gone << QString::number(int(relay["number"]));
+    ASSERT_EQ(gone.size(), 5);
+    const Answer none = make("全停", gone);
+    EXPECT_EQ(none.code, 2);
+    EXPECT_THAT(none.err, HasSubstr("不能定义作业"));
+    EXPECT_EQ(call({"case", "show", name, "全停"}).code, 2);
+}
