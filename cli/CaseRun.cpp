@@ -1,12 +1,10 @@
-#include <nlohmann/json.hpp>
+#include <algorithm>
 
 #include "cli/CaseRunner.h"
 #include "cli/CaseVerbs.h"
-#include "cli/TextTable.h"
-#include "platform/import/CsvTable.h"
+#include "cli/ResultText.h"
 #include "programs/engine/CRelayInputCal.h"
 #include "programs/engine/Sensitivity.h"
-#include "programs/workflow/ResultTable.h"
 #include "programs/workflow/SettingStore.h"
 
 namespace cli {
@@ -36,61 +34,18 @@ bool load(Context& context, CaseStore& cases) {
     return true;
 }
 
-QString valueText(const ResultRow& row, double value) {
-    const QString unit = unitOf(row.VType);
-    return unit.isEmpty() ? number(value) : number(value) + " " + unit;
+QVector<ResultRow> resultsOf(Context& context, CaseStore& cases) {
+    const CaseNode& node = *cases.current();
+    return resultTable(node.Case_No, node.RTypeNo, RulesWithoutResult::load(context.places().workDir, node.Case_No));
 }
 
-QString ruleText(const ResultRow& row) {
-    if (row.RuleNo != 0) return QString::number(row.RuleNo) + " " + row.ruleNote;
-    return row.ruled ? "没有结果" : "-";
-}
-
-void printTable(const QVector<ResultRow>& rows) {
-    TextTable table({"保护类型", "安装位置", "段", "定值", "一次值", "二次值", "灵敏度", "决定的原则"}, {2, 4, 5, 6});
-    QString last;
-    for (const ResultRow& row : rows) {
-        const QString place = row.RTypeCode + row.label;
-        table.add({place == last ? QString() : row.RTypeCode, place == last ? QString() : row.label.trimmed(),
-                   QString::number(row.PNo), row.DspCdz, valueText(row, row.primary), valueText(row, row.secondary),
-                   row.sensitivity ? number(*row.sensitivity) : "-", ruleText(row)});
-        last = place;
-    }
-    table.print();
-}
-
-void printCsv(const QVector<ResultRow>& rows) {
-    std::string text;
-    import::appendCsv(text, {"relay", "type", "location", "part", "setting", "primary", "secondary", "unit",
-                             "sensitivity", "rule", "rule_note"});
-    for (const ResultRow& row : rows)
-        import::appendCsv(text,
-                          {std::to_string(row.RNo), row.RTypeCode.toStdString(), row.label.trimmed().toStdString(),
-                           std::to_string(row.PNo), row.Cdz.toStdString(), number(row.primary).toStdString(),
-                           number(row.secondary).toStdString(), unitOf(row.VType).toStdString(),
-                           row.sensitivity ? number(*row.sensitivity).toStdString() : "",
-                           row.RuleNo != 0 ? std::to_string(row.RuleNo) : "", row.ruleNote.toStdString()});
-    print(QString::fromStdString(text));
-}
-
-void printJson(const QVector<ResultRow>& rows) {
-    nlohmann::ordered_json array = nlohmann::ordered_json::array();
-    for (const ResultRow& row : rows) {
-        nlohmann::ordered_json object = {{"relay", row.RNo},
-                                         {"type", row.RTypeCode.toStdString()},
-                                         {"location", row.label.trimmed().toStdString()},
-                                         {"part", row.PNo},
-                                         {"setting", row.Cdz.toStdString()},
-                                         {"unit", unitOf(row.VType).toStdString()},
-                                         {"primary", row.primary},
-                                         {"secondary", row.secondary},
-                                         {"previous", row.oldPrimary},
-                                         {"rule", row.RuleNo},
-                                         {"rule_note", row.ruleNote.toStdString()}};
-        if (row.sensitivity) object["sensitivity"] = *row.sensitivity;
-        array.push_back(object);
-    }
-    print(QString::fromStdString(array.dump(1)) + "\n");
+/// Whether every part that acts has its time. A time of 0 that no rule gave would let a backup stage act at once.
+bool timesAreGiven(Context& context, CaseStore& cases) {
+    QStringList parts;
+    for (const ResultRow& row : resultsOf(context, cases))
+        if (row.lacksTime) parts.append(row.label.trimmed() + " " + QString::number(row.PNo) + " 段");
+    return parts.isEmpty() ||
+           context.stop(NoResult, "动作时间没有结果，定值没有保存（--force 仍然保存）: " + parts.join("、"));
 }
 
 }  // namespace
@@ -108,8 +63,10 @@ void showResults(Context& context, const CaseWish& wish) {
     if (!context.openProject(wish.project) || !cases.UpdateCaseChain(1)) return;
     for (const std::string& name : wish.caseNames) {
         if (!selectCase(context, name, cases) || !load(context, cases)) return;
-        rows += resultTable(cases.current()->Case_No, cases.current()->RTypeNo);
+        rows += resultsOf(context, cases);
     }
+    const bool open = std::any_of(rows.begin(), rows.end(), [](const auto& row) { return row.sensitivityOpen; });
+    if (open) context.note("灵敏度参量还没有计算，请先运行 case klm");
     if (context.json)
         printJson(rows);
     else if (wish.csv)
@@ -125,6 +82,7 @@ void saveSettings(Context& context, const CaseWish& wish) {
         context.exitCode = NoResult;
         return;
     }
+    if (!wish.force && !timesAreGiven(context, cases)) return;
     const bool saved = wish.keepBackup ? SettingStore::saveKeepingBackup() : SettingStore::saveChangingBackup();
     if (!saved) context.exitCode = Internal;
 }

@@ -87,6 +87,8 @@ void CaseRunner::startNext() {
 
 void CaseRunner::runEnded(bool complete) {
     failedSteps_ += session_->failedSteps();
+    if (const auto count = session_->withoutResult().size(); count > 0 && !context_.verbose)
+        context_.note("另有 " + QString::number(count) + " 条整定原则没有结果（用 --verbose 查看）");
     if (!complete || interrupted_) return leave(false);
     startNext();
 }

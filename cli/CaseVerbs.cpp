@@ -152,6 +152,7 @@ void addCase(CLI::App& app, Context& context) {
 
     CLI::App* saved = addOnCase(verb, "save", "把定值存入保护，原定值转为后备定值", wish);
     saved->add_flag("--keep-backup", wish->keepBackup, "不改变后备定值");
+    saved->add_flag("--force", wish->force, "动作时间没有结果也保存");
     saved->callback([=, &context] { saveSettings(context, *wish); });
 }
 

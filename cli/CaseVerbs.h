@@ -19,7 +19,7 @@ struct CaseWish {
     std::vector<int> rulesOn, rulesOff;
     std::vector<double> levels;
     std::vector<std::string> maximum, minimum, sensitivity, outages;
-    bool withSensitivity = false, keepBackup = false, csv = false;
+    bool withSensitivity = false, keepBackup = false, force = false, csv = false;
 };
 
 /// Opens the project and selects a case by its number or name. \return false with the exit code set

@@ -41,6 +41,8 @@ class Context {
     /// Folder of the rule library that is delivered with the program.
     [[nodiscard]] static QString ruleFolder();
 
+    /// A line on standard error that is no fault.
+    void note(const QString& text) { show(text.toUtf8()); }
     /// Tells why a verb stops and sets its exit code. \return false
     bool stop(ExitCode code, const QString& text);
 

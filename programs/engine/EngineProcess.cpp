@@ -16,11 +16,6 @@ QString decoded(const QByteArray& line) {
     return utf8.hasError() ? sql::fromGbk(line) : text;
 }
 
-void showLine(const QByteArray& line) {
-    const QByteArray text = decoded(line.left(kLongestLine).trimmed()).toUtf8();
-    if (!text.isEmpty()) WinDockFeedback::ShowMessage(text.constData(), "", "", "", WinDockFeedback::Warning);
-}
-
 }  // namespace
 
 EngineProcess::EngineProcess(const char* program, int failureLevel) : program_(program), failureLevel_(failureLevel) {
@@ -58,6 +53,12 @@ void EngineProcess::abort() {
     if (!isRunning()) return;
     aborting_ = true;
     process_.kill();
+}
+
+void EngineProcess::showLine(const QByteArray& line) {
+    const QString text = decoded(line.left(kLongestLine).trimmed());
+    if (text.isEmpty() || (reader_ && reader_(text))) return;
+    WinDockFeedback::ShowMessage(text.toUtf8().constData(), "", "", "", WinDockFeedback::Warning);
 }
 
 void EngineProcess::showLines(bool rest) {

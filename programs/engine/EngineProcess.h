@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QProcess>
 #include <QString>
+#include <functional>
 
 /// One of the external programs. Started without an argument in the working directory; what it writes on standard
 /// error goes to the dock line by line.
@@ -32,6 +33,8 @@ class EngineProcess : public QObject {
     bool start(const QString& exeDir, const QString& workDir);
     /// Ends a program that runs, hanging or not; processExited() follows.
     void abort();
+    /// Offers every line of standard error to a reader first; what it takes (true) does not go to the dock.
+    void setLineReader(std::function<bool(const QString&)> reader) { reader_ = std::move(reader); }
 
     [[nodiscard]] bool isRunning() const { return outcome_ == Outcome::Running; }
     /// How the last run ended: its result files are to be read only after Done.
@@ -41,6 +44,7 @@ class EngineProcess : public QObject {
     void processExited();
 
   private:
+    void showLine(const QByteArray& line);
     void showLines(bool rest);
     void onFinished(int status, QProcess::ExitStatus how);
 
@@ -48,6 +52,7 @@ class EngineProcess : public QObject {
     int failureLevel_;
     QProcess process_;
     QByteArray errors_;
+    std::function<bool(const QString&)> reader_;
     Outcome outcome_ = Outcome::None;
     bool aborting_ = false;
 };

@@ -27,8 +27,12 @@ void tellUnusable() {
 
 }  // namespace
 
+double sensitivityParameter(double parameter1, double parameter2, int flg) {
+    return flg == 11 || flg == 12 ? parameter1 : parameter2;
+}
+
 double sensitivityOf(double parameter1, double parameter2, int flg, int klmFlg, double setting) {
-    const double parameter = flg == 11 || flg == 12 ? parameter1 : parameter2;
+    const double parameter = sensitivityParameter(parameter1, parameter2, flg);
     if (klmFlg == 2) {
         if (parameter != 0) return setting / parameter;
         ReportError("参量值不能为0，请重新计算灵敏度校验用参量值，灵敏度＝定值/参量值", 1);

@@ -6,6 +6,12 @@
 
 class CRelayInputCal;
 
+/// What a new relay has in place of each parameter; a sensitivity run replaces it, by 0 where it finds nothing.
+inline constexpr double kParameterNotComputed = 1.0;
+
+/// The parameter that a check uses. \param flg  11, 12 the first, 21, 22 the second
+double sensitivityParameter(double parameter1, double parameter2, int flg);
+
 /// Sensitivity from its parameters. -1.0 means no result.
 /// \param flg     11, 12 parameter one is in use, 21, 22 parameter two
 /// \param klmFlg  1 parameter over setting, 2 setting over parameter; a zero divisor is told in the dock

@@ -5,6 +5,7 @@
 
 #include "platform/sql/Sql.h"
 #include "programs/engine/BranchTable.h"
+#include "programs/engine/Sensitivity.h"
 #include "programs/frame/Messages.h"
 #include "programs/frame/RelayTypes.h"
 #include "programs/frame/SettingConversion.h"
@@ -118,7 +119,7 @@ void Installation::addParameters(const RelayRequest& request) {
     for (const int rule : rules_.value(request.RTypeNo)) {
         if (parameters_.contains({request.at, rule})) continue;
         parameters_.insert({request.at, rule});
-        values_.append({request.at.ID_Name, request.at.I_Name, request.at.J_Name, request.at.Side, 1.0, rule});
+        values_.append({request.at.ID_Name, request.at.I_Name, request.at.J_Name, request.at.Side, kParameterNotComputed, rule});
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include "platform/host/WinDockFeedback.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/CAutoCalFlow.h"
 #include "programs/engine/CHandCalFlow.h"
@@ -11,7 +12,8 @@
 #include "programs/frame/Messages.h"
 #include "programs/workflow/RunShadows.h"
 
-RunSession::RunSession(const CaseNode& node, const CalculationPlaces& places) : case_(node), places_(places) {
+RunSession::RunSession(const CaseNode& node, const CalculationPlaces& places)
+    : case_(node), places_(places), wording_(node.RTypeNo) {
     hand_ =
         std::make_unique<CHandCalFlow>(node.RTypeNo, node.RTypeCode, places.workDir, node.Case_No, places.programDir);
     auto_ =
@@ -26,9 +28,19 @@ RunSession::RunSession(const CaseNode& node, const CalculationPlaces& places) : 
             Qt::QueuedConnection);
     connect(&klm_->caseCal().engineProcess(), &EngineProcess::processExited, this, &RunSession::KlmFSlot,
             Qt::QueuedConnection);
+    for (EngineProcess* process : processes())
+        process->setLineReader([this](const QString& line) { return takeLine(line); });
 }
 
 RunSession::~RunSession() = default;
+
+bool RunSession::takeLine(const QString& line) {
+    const auto rule = RulesWithoutResult::read(line);
+    if (!rule) return false;
+    withoutResult_.append(*rule);
+    WinDockFeedback::ShowMessage(wording_(*rule).toUtf8().constData(), "", "", "", WinDockFeedback::Information);
+    return true;
+}
 
 QList<EngineProcess*> RunSession::processes() const {
     return {&hand_->caseCal().engineProcess(), &auto_->caseCal().engineProcess(), &klm_->caseCal().engineProcess()};
@@ -58,6 +70,7 @@ bool RunSession::start(Run run) {
     if (state_ != State::Idle || !PrepareRun(run)) return false;
     abortFlag_ = false;
     failedSteps_ = 0;
+    withoutResult_.clear();
     run_ = run;
     state_ = State::Busy;
     if (run == Sensitivity) {
@@ -160,13 +173,14 @@ void RunSession::end(bool complete) {
     state_ = State::Idle;
     manualRunning_ = false;
     recalcPending_ = false;
+    if (complete && run_ != Sensitivity) toStore_ = withoutResult_;
     emit finished(complete);
 }
 
 bool RunSession::ensure() {
     if (state_ != State::Idle) return false;
     RunShadows::drop();
-    return true;
+    return !toStore_ || RulesWithoutResult::store(places_.workDir, case_.Case_No, *toStore_);
 }
 
 bool RunSession::cancel() {

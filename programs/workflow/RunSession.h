@@ -6,6 +6,7 @@
 
 #include "programs/workflow/CalculationStart.h"
 #include "programs/workflow/CoordinationSearch.h"
+#include "programs/workflow/RulesWithoutResult.h"
 
 class CAutoCalFlow;
 class CHandCalFlow;
@@ -44,6 +45,8 @@ class RunSession : public QObject {
     bool changeParameters(int rNo, int pNo, int ruleNo, int parNo);
 
     [[nodiscard]] State state() const { return state_; }
+    /// Rules of the run in hand or just ended that had no result; each was told in the dock as information.
+    [[nodiscard]] const QVector<RuleWithoutResult>& withoutResult() const { return withoutResult_; }
     [[nodiscard]] int failedSteps() const { return failedSteps_; }  ///< engine runs of the run that ended badly
 
   signals:
@@ -59,6 +62,7 @@ class RunSession : public QObject {
 
   private:
     bool PrepareRun(Run run);
+    bool takeLine(const QString& line);
     /// Whether statements of the run are missing because the server was gone for a while; says so.
     [[nodiscard]] bool lostStatements() const;
     /// Whether the flow goes on after an end of the engine; reads the results when they are good.
@@ -76,6 +80,9 @@ class RunSession : public QObject {
     std::unique_ptr<CAutoCalFlow> auto_;
     std::unique_ptr<CKlmCalFlow> klm_;
     QQueue<CoordinationSearch::Dependent> recalculations_;
+    RulesWithoutResult::Wording wording_;
+    QVector<RuleWithoutResult> withoutResult_;
+    std::optional<QVector<RuleWithoutResult>> toStore_;  ///< of the last setting run that came to its end
     State state_ = State::Idle;
     Run run_ = Automatic;
     bool manualRunning_ = false;

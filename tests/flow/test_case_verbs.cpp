@@ -73,3 +73,24 @@ TEST_F(CaseVerbs, RelaysOutsideTheNetworkOfTheCaseAreLeftOut) {
     EXPECT_THAT(none.err, HasSubstr("不能定义作业"));
     EXPECT_EQ(call({"case", "show", name, "全停"}).code, 2);
 }
+
+TEST_F(CaseVerbs, TablesAreRoundedAndSensitivitiesWaitForTheirParameters) {
+    ASSERT_EQ(make("表", {"--part", "1", "2"}).code, 0);
+    const Answer run = call({"case", "run", name, "表"});
+    EXPECT_THAT(run.err, AllOf(testing::ContainsRegex("另有 [0-9]+ 条整定原则没有结果"), Not(HasSubstr("no result"))));
+    const Answer loud = call({"--verbose", "case", "run", name, "表"});
+    EXPECT_THAT(loud.err, AllOf(HasSubstr("没有结果: "), Not(HasSubstr("另有")), Not(HasSubstr("no result"))));
+
+    const Answer before = call({"case", "results", name, "表"});
+    EXPECT_THAT(before.err, HasSubstr("灵敏度参量还没有计算"));
+    EXPECT_THAT(before.out, Not(testing::ContainsRegex("  A +[0-9]")));
+    for (const auto& row : call({"case", "results", name, "表", "--json"}).json())
+        EXPECT_FALSE(row.contains("sensitivity"));
+    ASSERT_EQ(call({"case", "klm", name, "表"}).code, 0);
+    const Answer after = call({"case", "results", name, "表"});
+    EXPECT_THAT(after.err, Not(HasSubstr("灵敏度参量还没有计算")));
+    EXPECT_THAT(after.out, testing::ContainsRegex(
+                               "1  零序电流定值 +[0-9]+\\.[0-9]  +[0-9]+\\.[0-9]{3}  A +[0-9]+\\.[0-9]{2}  310"));
+    EXPECT_THAT(after.out, testing::ContainsRegex("2  动作时间 +0\\.[0-9]{2}  +0\\.[0-9]{2}  s +-  32"));
+    EXPECT_THAT(after.out, testing::ContainsRegex("3  零序电流定值 +-  +-  A +-  没有适用的整定原则"));
+}

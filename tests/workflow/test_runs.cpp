@@ -114,6 +114,25 @@ TEST_F(Runs, CancelBringsTheWorkingTablesBack) {
     EXPECT_EQ(count("RLY_RDZTEM"), 0);
 }
 
+TEST_F(Runs, RulesWithoutResultAreToldInChineseAndKeptWithTheRun) {
+    program(
+        "HALDERN.EXE",
+        "echo 'relay 1, part 1, rule 3101: no result: mode 1 has no candidate (a fault that the relay does not see)'"
+        " >&2; echo 'disk is slow' >&2; : > RELAY.RP1; : > RELAY.RP2; : > RELAY.RP3; : > RELAY.RP5");
+    const auto run = session();
+    EXPECT_EQ(outcome(*run, RunSession::Automatic), "complete");
+    ASSERT_EQ(run->withoutResult().size(), 2);  // one engine run for each relay
+    EXPECT_EQ(errors.filter("no result").size(), 0);
+    EXPECT_EQ(errors.filter("disk is slow").size(), 2);
+    EXPECT_THAT(messages.filter("3101").value(0).toStdString(),
+                testing::AllOf(testing::HasSubstr("A侧 线路零序电流保护 1 段"), testing::HasSubstr("保护没有电流"),
+                               testing::Not(testing::HasSubstr("candidate"))));
+    EXPECT_TRUE(RulesWithoutResult::load(places.workDir, 1).isEmpty());
+    ASSERT_TRUE(run->ensure());
+    EXPECT_EQ(RulesWithoutResult::load(places.workDir, 1), run->withoutResult());
+    EXPECT_TRUE(RulesWithoutResult::load(places.workDir, 2).isEmpty());
+}
+
 TEST_F(Runs, CancelWithoutItsCopiesTouchesNothing) {
     const QStringList before = workingRows();
     const auto run = session();
