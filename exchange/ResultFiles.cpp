@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <optional>
 
 #include "exchange/TextFile.h"
 
@@ -31,9 +32,10 @@ class Record {
   public:
     explicit Record(const Fields& fields) : fields_(fields) {}
     [[nodiscard]] std::size_t size() const { return fields_.size(); }
-    [[nodiscard]] int whole(std::size_t i) const { return value<int>(i); }
+    [[nodiscard]] bool isWhole(std::size_t i) const { return value<int>(i).has_value(); }
+    [[nodiscard]] int whole(std::size_t i) const { return value<int>(i).value_or(0); }
     [[nodiscard]] double real(std::size_t i) const {
-        const auto read = value<double>(i);
+        const auto read = value<double>(i).value_or(0);
         return std::isfinite(read) ? read : 0;
     }
     [[nodiscard]] std::vector<double> valuesFrom(std::size_t first) const {
@@ -46,13 +48,13 @@ class Record {
     const Fields& fields_;
 
     template <class T>
-    [[nodiscard]] T value(std::size_t i) const {
-        if (i >= size()) return 0;
+    [[nodiscard]] std::optional<T> value(std::size_t i) const {
+        if (i >= size()) return std::nullopt;
         auto field = fields_.text(i);
         if (field.size() > 1 && field.front() == '+') field.remove_prefix(1);
         T read{};
         const auto [stop, error] = std::from_chars(field.data(), field.data() + field.size(), read);
-        return error == std::errc() && stop == field.data() + field.size() ? read : T{};
+        return error == std::errc() && stop == field.data() + field.size() ? std::optional(read) : std::nullopt;
     }
 };
 
@@ -130,6 +132,21 @@ std::vector<VariableResult> parseVariableResults(std::string_view bytes) {
     return parse<VariableResult>(bytes, [](const Record& r) {
         return VariableResult{r.whole(0), r.whole(1), r.whole(2), r.whole(3), r.valuesFrom(4)};
     });
+}
+
+int unreadableLines(std::string_view resultFile, std::size_t first, std::size_t end) {
+    int count = 0;
+    for (Lines lines(resultFile, {}); lines.next();) {
+        if (lines.blank()) continue;
+        const Fields fields = lines.fields();
+        const Record record(fields);
+        for (std::size_t i = first; i < end; ++i)
+            if (!record.isWhole(i)) {
+                ++count;
+                break;
+            }
+    }
+    return count;
 }
 
 std::string keptCoefficientLines(std::string_view coefficientFile) {

@@ -82,6 +82,10 @@ std::vector<CoefficientResult> parseCoefficients(std::string_view text);
 std::vector<PhaseResult> parsePhaseResults(std::string_view text);
 std::vector<VariableResult> parseVariableResults(std::string_view text);
 
+/// Number of lines, blank ones apart, that do not tell what they belong to: one of the fields from `first` up to before
+/// `end` is missing or no whole number.
+int unreadableLines(std::string_view resultFile, std::size_t first, std::size_t end);
+
 /// The lines of RELAY.RP3 that go into RELAY.R7: each as it stands, ended by CR LF, without those whose first field is
 /// "0".
 std::string keptCoefficientLines(std::string_view coefficientFile);

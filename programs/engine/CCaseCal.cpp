@@ -5,6 +5,7 @@
 #include "exchange/FileNames.h"
 #include "platform/host/WinDockFeedback.h"
 #include "platform/netmodel/TP.h"
+#include "programs/engine/WorkFiles.h"
 
 namespace {
 
@@ -23,11 +24,18 @@ CCaseCal::CCaseCal()
 
 CCaseCal::~CCaseCal() = default;
 
+// Both take away what an earlier run left: a program that leaves nothing must not seem to repeat it.
 bool CCaseCal::RunTurnOrder(const QString& exeDir, const QString& workDir) {
+    if (!turnOrder_->isRunning()) work::remove(workDir, exchange::file::kTurnOrder);
     return turnOrder_->start(exeDir, workDir);
 }
 
-bool CCaseCal::RunEngine(const QString& exeDir, const QString& workDir) { return engine_->start(exeDir, workDir); }
+bool CCaseCal::RunEngine(const QString& exeDir, const QString& workDir) {
+    for (const char* name :
+         {exchange::file::kSettingResults, exchange::file::kFaultResults, exchange::file::kVariableResults})
+        if (!engine_->isRunning()) work::remove(workDir, name);
+    return engine_->start(exeDir, workDir);
+}
 
 void CCaseCal::AnalyzeTopology() {
     fdb_->commit();

@@ -16,9 +16,9 @@ class CCaseCal : public QObject {
     CCaseCal();
     ~CCaseCal() override;
 
-    /// Starts QORDEN.EXE, which leaves the turn order.
+    /// Starts QORDEN.EXE, which leaves the turn order. One of an earlier run is removed.
     bool RunTurnOrder(const QString& exeDir, const QString& workDir);
-    /// Starts HALDERN.EXE, which leaves the results.
+    /// Starts HALDERN.EXE, which leaves the results. Earlier ones are removed, the branch coefficients excepted.
     bool RunEngine(const QString& exeDir, const QString& workDir);
     /// Numbers the buses of the real-time database anew. \pre setDatabase()
     void AnalyzeTopology();

@@ -34,6 +34,14 @@ class Values {
     bool refused_ = false;
 };
 
+/// The text of a result file; tells when lines of it do not say what they belong to, with fields `first` to `end`.
+std::optional<std::string> readResults(const QString& workDir, const char* file, std::size_t first, std::size_t end) {
+    auto text = work::read(workDir, file);
+    const int bad = text ? exchange::unreadableLines(*text, first, end) : 0;
+    if (bad > 0) ReportError(QString(file) + "中有" + QString::number(bad) + "行不能识别", 1);
+    return text;
+}
+
 using RowKey = std::tuple<int, int, int, QString>;  // RNo, PNo, RuleNo, Cdz
 
 /// New values of setting rows by their keys, the last line for a row winning.
@@ -64,14 +72,14 @@ QVector<QVariantList> rowsFor(const std::map<RowKey, double>& settings, RunInput
 }  // namespace
 
 bool CRelayFaultCal::ReadSettingResults() {
-    const auto text = work::read(workDir_, exchange::file::kSettingResults);
+    const auto text = readResults(workDir_, exchange::file::kSettingResults, 1, 4);
     if (!text) return false;
     const auto settings = settingValues(exchange::parseSettingResults(*text), rules());
     return updateByKey("RLY_RDZTEM", {"ID", "Rdz"}, rowsFor(settings, inputs()));
 }
 
 bool CRelayFaultCal::ReadFaultResults() {
-    const auto text = work::read(workDir_, exchange::file::kFaultResults);
+    const auto text = readResults(workDir_, exchange::file::kFaultResults, 0, 4);
     if (!text) return false;
     Values values(exchange::file::kFaultResults);
     QVector<QVariantList> rows;
@@ -86,7 +94,7 @@ bool CRelayFaultCal::ReadFaultResults() {
 }
 
 bool CRelayFaultCal::ReadBranchCoefResults() {
-    const auto text = work::read(workDir_, exchange::file::kCoefficients);
+    const auto text = readResults(workDir_, exchange::file::kCoefficients, 0, 1);
     if (!text) return false;
     Values values(exchange::file::kCoefficients);
     QVector<QVariantList> rows;
@@ -106,7 +114,7 @@ bool CRelayFaultCal::ReadBranchCoefResults() {
 }
 
 bool CRelayFaultCal::ReadPhaseResults() {
-    const auto text = work::read(workDir_, exchange::file::kPhaseResults);
+    const auto text = readResults(workDir_, exchange::file::kPhaseResults, 0, 3);
     if (!text) return false;
     Values values(exchange::file::kPhaseResults);
     QVector<QVariantList> rows;
@@ -116,7 +124,7 @@ bool CRelayFaultCal::ReadPhaseResults() {
 }
 
 bool CRelayFaultCal::ReadVariableResults() {
-    const auto text = work::read(workDir_, exchange::file::kVariableResults);
+    const auto text = readResults(workDir_, exchange::file::kVariableResults, 0, 4);
     if (!text) return false;
     Values values(exchange::file::kVariableResults);
     QVector<QVariantList> rows;

@@ -40,6 +40,14 @@ TEST_F(Faults, OnTheProtectedLineALoopEndsTheSectionAndAVirtualRelayExtendsIt) {
     EXPECT_EQ(rows(kRows), (QStringList{"1 1 3 2 3 20 3 0 0.25 0", "1 2 2 3 4 80 3 0 0.25 0"}));
 }
 
+TEST_F(Faults, ThereIsNoNearEndBehindAVirtualRelay) {
+    templateFault(1, 1, 0, 6);
+    run("DELETE FROM RLY_RRBRANCH_TEM WHERE ID_Name='T1'");
+    virtualRelay("L1", "A", "B", 2);
+    expand(row());
+    EXPECT_EQ(rows(kRows), QStringList{"1 1 1 2 3 0 6 0 0.25 0"});  // at A, not again at the head of L2 or L3
+}
+
 TEST_F(Faults, AnAdjacentLineThatReturnsIsOpenedBehindTheFault) {
     templateFault(1, 2, 100, 1);
     expand(row());
@@ -61,6 +69,13 @@ TEST_F(Faults, ARelayAtABusSeesTheLinesOfItsBus) {
     templateFault(1, 2, 100, 1);
     expand({11, "B", "B", "B", 1, 1, "Idz", 1101, 1});
     EXPECT_EQ(rows(kRows), (QStringList{"1 1 2 3 4 100 1 0 0.25 0", "1 2 1 2 3 0 1 0 0.25 0"}));
+    run("DELETE FROM RLY_CRUDRM");
+    rule("UPDATE RPRM SET LType=1,K_Loc=0");
+    expand({11, "B", "B", "B", 1, 1, "Idz", 1101, 1});
+    EXPECT_EQ(rows(kRows), QStringList{"1 1 1 3 2 0 1 0 0.25 0"});  // its own bus is an end of the first branch there
+    run("DELETE FROM RLY_CRUDRM");
+    expand({11, "X", "X", "X", 1, 1, "Idz", 1101, 1});
+    EXPECT_EQ(rows(kRows), QStringList());
 }
 
 TEST_F(Faults, UserFaultsReplaceTheTemplateUnlessTheyAllowIt) {
@@ -147,6 +162,24 @@ TEST_F(MainBranches, EachBranchBehindTheFarEndIsOneAndTheReturningOneIsOpened) {
     expand(row());  // nothing is missing any more
     EXPECT_EQ(rows(kMain).size(), 3);
     EXPECT_EQ(rows(kMainFaults).size(), 4);
+}
+
+TEST_F(MainBranches, AMissingFaultGetsANumberBehindThoseOfTheTemplatesRowsBeforeIt) {
+    rule("INSERT INTO FZPRM VALUES (1,2,1,70,1,0,0)");
+    expand(row());
+    run("DELETE FROM RLY_CFZXSRM WHERE FzNo=1 AND K_Loc=70");
+    expand(row());
+    EXPECT_EQ(rows("SELECT MType,K_Loc FROM RLY_CFZXSRM WHERE FzNo=1"), (QStringList{"1 100", "3 70"}));
+}
+
+TEST_F(MainBranches, LeadThroughAStarPointWithoutTheWindingBeforeIt) {
+    run("DELETE FROM RLY_RRBRANCH_TEM WHERE ID_Name IN ('L3','T1')");
+    branch("W2", 7, "S", 6, "B", 3, 3);
+    branch("W3", 8, "S", 6, "E", 9, 3);
+    run("DELETE FROM RLY_RRBRANCH_TEM WHERE ID_Name='L2'");
+    BranchTable::invalidate();
+    expand(row());
+    EXPECT_EQ(rows(kMain), (QStringList{"1 8 6 9 1 0", "2 5 6 4 1 0"}));
 }
 
 TEST_F(MainBranches, TheUsersOwnAreExtendedOnlyWhenHeAllowsIt) {

@@ -47,6 +47,8 @@ TEST_F(Files, ControlFileTakesTheCaseOfASensitivityRunFromTheRealOne) {
     sensitivity.setKlmCaseNo(7);
     ASSERT_TRUE(sensitivity.WriteControlFile(2));
     EXPECT_EQ(file("RELAY.R0"), "1,   1,   31,   1,   0,   0,   1,   \r\n");
+    EXPECT_TRUE(sensitivity.WriteControlFile(4));
+    EXPECT_EQ(file("RELAY.R0"), "");
 }
 
 TEST_F(Files, ControlFileKnowsLinesAndTransformersAsTheirOwnClass) {

@@ -27,7 +27,7 @@ TEST_F(Results, SettingsGoToTheRowsOfTheirRuleAndCase) {
     put("RELAY.RP1", "1,11,1,1101,7");  // a missing value is 0, also over an earlier one
     EXPECT_TRUE(cal.ReadSettingResults());
     EXPECT_EQ(rows(settings), (QStringList{"7 Zdz 7", "7 t 0", "8 t 0"}));
-    EXPECT_TRUE(errors.isEmpty());
+    EXPECT_EQ(errors, QStringList{"RELAY.RP1中有1行不能识别"});
 }
 
 TEST_F(Results, ValuesThatNoSettingCanHaveAreRefusedAndTold) {
@@ -68,7 +68,8 @@ TEST_F(Results, GarbageIsToldAndDoesNotKeepOtherLinesOut) {
     EXPECT_TRUE(cal.ReadVariableResults());
     EXPECT_TRUE(rows("SELECT * FROM RLY_FAULTINF").contains("7 2 12 1 1101 31 1 0 0 5"));
     EXPECT_EQ(rows("SELECT RNo,V FROM RLY_RRVIN"), (QStringList{"0 0", "0 2"}));
-    EXPECT_EQ(errors, (QStringList{"RELAY.RP2中有不能采用的数值，按0处理", "RELAY.RP5中有不能采用的数值，按0处理"}));
+    EXPECT_EQ(errors, (QStringList{"RELAY.RP2中有2行不能识别", "RELAY.RP2中有不能采用的数值，按0处理",
+                                   "RELAY.RP5中有不能采用的数值，按0处理"}));
 }
 
 TEST_F(Results, TurnOrderRanksTheRelaysAndPutsTheOthersBehind) {

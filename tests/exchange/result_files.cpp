@@ -34,6 +34,11 @@ TEST(ResultFiles, ReadersTakeWhatIsThere) {
     EXPECT_TRUE(parsePhaseResults("").empty());
 }
 
+TEST(ResultFiles, LinesThatDoNotTellWhatTheyBelongToAreCounted) {
+    EXPECT_EQ(unreadableLines("1, 2, 3, 0,\r\n\r\n *, +2, 3, 1101\r\n", 1, 4), 0);
+    EXPECT_EQ(unreadableLines("1,2,3\n1,*,3,4\n1,2,3,4.5\n\x01\xff\n", 1, 4), 4);
+}
+
 TEST(ResultFiles, VariablesEndAtATrailingComma) {
     const auto read = parseVariableResults("1, 2, 3, 4, 0.5, , 7, \r\n");
     ASSERT_EQ(read.size(), 1U);

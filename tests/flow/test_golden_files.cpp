@@ -1,22 +1,4 @@
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QEventLoop>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTimer>
-
-#include "platform/host/BaseTables.h"
-#include "platform/import/Import.h"
-#include "platform/rtdb/dbDatabase.h"
-#include "platform/sql/Sql.h"
-#include "programs/engine/BranchTable.h"
-#include "programs/frame/RuleLibrary.h"
-#include "programs/model/RelayStore.h"
-#include "programs/netview/VirtualRelays.h"
-#include "programs/study/ModeStore.h"
-#include "programs/workflow/RunSession.h"
-#include "tests/frame/ServerFixture.h"
+#include "tests/flow/DemoStudy.h"
 
 namespace {
 
@@ -24,31 +6,12 @@ namespace {
 /// on 220 kV lines, part 2 only, so that both steps of the run have the same kind of rules and the second one is given
 /// the branch coefficients of the first. The programs are scripts with fixed answers; the files are those of the second
 /// step. With MORVANE_WRITE_GOLDEN=1 in the environment the kept files are written anew.
-class GoldenFiles : public ServerFixture {
+class GoldenFiles : public DemoStudy {
   protected:
-    static constexpr const char* lines[] = {"青白I", "青龙"};
-
     void SetUp() override {
-        ServerFixture::SetUp();
-        QString error;
-        ASSERT_TRUE(RuleLibrary::load(MORVANE_SOURCE_DIR "/data/rules", tables::ruleConnection, &error))
-            << error.toStdString();
-        ASSERT_TRUE(host::createBaseTables());
-        import::Report report;
-        const host::NetworkModel model = import::read(MORVANE_SOURCE_DIR "/data/networks/demo", {}, report);
-        ASSERT_TRUE(host::storeNetwork(model) && ModeStore::saveImported(model.modes));
-        ASSERT_TRUE(SearchDumRelay());
-        programs();
-        ASSERT_TRUE(realTime.open(folder.filePath("tables.db")));
-    }
-
-    void program(const QString& name, const QByteArray& script) {
-        QFile file(folder.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("#!/bin/sh\n" + script + "\n");
-        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    }
-    void programs() {
+        DemoStudy::SetUp();
+        places.rtdbName = "演示工程";
+        places.rtdbPath = "../演示工程";
         program("VASKEL.EXE", "exit 0");
         program("QORDEN.EXE", "printf '0, 2,\\r\\n1,\\r\\n2,\\r\\n' > RELAY.R8");
         program("HALDERN.EXE",
@@ -60,17 +23,10 @@ class GoldenFiles : public ServerFixture {
                 ": > RELAY.RP2; : > RELAY.RP5");
     }
 
-    static void exec(const QString& text, const QVariantList& values = {}) {
-        ASSERT_TRUE(sql::Query().exec(text, values)) << text.toStdString();
-    }
-    static Location place(const char* line, int side) { return RelayStore::placesOf(line, side, 6).value(0); }
-
-    /// Relays at every end of a 220 kV line, those of the case first: 1 and 2.
+    /// Relays 1 and 2 of the case, and one at every other end of a 220 kV line.
     void installRelays(int type) {
+        installAt({"青白I", "青龙"}, type);
         QVector<RelayRequest> requests;
-        for (const char* line : lines) requests.append({place(line, 1), type, 240, 2200, {}});
-        ASSERT_EQ(RelayStore::install(requests), 2);
-        requests.clear();
         for (const Location& at : RelayStore::lineEnds(220)) requests.append({at, type, 240, 2200, {}});
         ASSERT_EQ(RelayStore::install(requests), 12);
         exec("UPDATE RLY_RDZ SET NRdz21=RNo*1000+0.125,NRdz31=0.000001,NRdz41=123456.789012 WHERE RNo>2");
@@ -81,17 +37,10 @@ class GoldenFiles : public ServerFixture {
         sql::Query rules(tables::ruleConnection);
         ASSERT_TRUE(rules.exec("UPDATE RULEINF SET SFlg=3 WHERE RuleNo=?", {first}));
         ASSERT_TRUE(rules.exec("INSERT INTO RMU VALUES (?,1,8),(?,2,7)", {first, first}));
-        CaseForm form;
-        form.name = "黄金";
-        form.source = "基础方案";
-        form.bigSys = {ModeStore::numberOf("最大方式")};
-        form.smallSys = {ModeStore::numberOf("最小方式")};
-        form.PartFlg = {0, 1, 0, 0, 0};
-        cases.insert(type, 0, -1, form.source);
-        ASSERT_TRUE(cases.addRelays(form, {1, 2}) && cases.SaveRecord(1, form) &&
-                    cases.setOutages({2}, {"龙石", "龙泉1号主变"}));
+        makeCase(type, {1, 2}, 2);
+        ASSERT_TRUE(cases.setOutages({2}, {"龙石", "龙泉1号主变"}));
         exec("UPDATE RLY_CASEINF SET RValid=0 WHERE RuleNo NOT IN (?,?)", {first, second});
-        QFile numbers(folder.filePath("rules"));
+        QFile numbers(places.workDir + "rules");
         ASSERT_TRUE(numbers.open(QIODevice::WriteOnly));
         numbers.write(QByteArray::number(first) + " " + QByteArray::number(second));
     }
@@ -114,38 +63,14 @@ class GoldenFiles : public ServerFixture {
             {main.ID_Name, main.I_Name, main.J_Name, outage.ID_Name, outage.I_Name, outage.J_Name});
     }
 
-    template <class Sender, class Action>
-    static bool await(Sender& sender, void (Sender::*good)(), Action action) {
-        QEventLoop loop;
-        bool came = false;
-        QObject::connect(&sender, good, &loop, [&] {
-            came = true;
-            loop.quit();
-        });
-        QTimer::singleShot(20000, &loop, &QEventLoop::quit);
-        action();
-        loop.exec();
-        return came;
-    }
-
     void calculate() {
-        const CalculationPlaces places{"演示工程", "../演示工程", folder.path() + "/", folder.path() + "/"};
-        CalculationStart start(cases, network, places, 2);
-        ASSERT_TRUE(await(start, &CalculationStart::ready, [&] { start.start(); })) << errors.join('|').toStdString();
+        ASSERT_EQ(start(), "ready") << errors.join('|').toStdString();
         RunSession session(*cases.current(), places);
         ASSERT_TRUE(session.open());
-        QEventLoop loop;
-        bool whole = false;
-        QObject::connect(&session, &RunSession::finished, &loop, [&](bool complete) {
-            whole = complete;
-            loop.quit();
-        });
-        QTimer::singleShot(20000, &loop, &QEventLoop::quit);
-        ASSERT_TRUE(session.start(RunSession::Automatic));
-        loop.exec();
-        ASSERT_TRUE(whole && session.failedSteps() == 0) << errors.join('|').toStdString();
+        ASSERT_EQ(run(session, RunSession::Automatic), "complete") << errors.join('|').toStdString();
+        ASSERT_EQ(session.failedSteps(), 0);
         ASSERT_TRUE(session.ensure());
-        ASSERT_EQ(QDir(folder.path()).entryList({"step*"}).size(), 2);
+        ASSERT_EQ(QDir(places.workDir).entryList({"step*"}).size(), 2);
     }
 
     static QByteArray bytes(const QString& path) {
@@ -156,7 +81,7 @@ class GoldenFiles : public ServerFixture {
     /// The first line that differs is shown.
     void compare(const QString& name, const QString& keptAs) const {
         const QString kept = MORVANE_SOURCE_DIR "/tests/flow/golden/" + keptAs;
-        const QString written = folder.filePath("step1/" + name);
+        const QString written = places.workDir + "step1/" + name;
         if (qEnvironmentVariableIntValue("MORVANE_WRITE_GOLDEN") == 1) {
             QFile::remove(kept);
             EXPECT_TRUE(QFile::copy(written, kept)) << kept.toStdString();
@@ -168,11 +93,6 @@ class GoldenFiles : public ServerFixture {
                       should[k].toPercentEncoding(" ,'\"").toStdString())
                 << name.toStdString() << ", line " << k + 1 << ": " << sql::fromGbk(is[k]).toStdString();
     }
-
-    QTemporaryDir folder;
-    dbDatabase realTime;
-    NetworkSource network{realTime};
-    CaseStore cases;
 };
 
 TEST_F(GoldenFiles, OfZeroSequenceRelays) {

@@ -56,6 +56,17 @@ TEST_F(Coordination, OnlyPartsAndRulesInForceCount) {
     EXPECT_EQ(count("RLY_CASERLYCOP"), 5);
 }
 
+TEST_F(Coordination, TheFirstSettingThatARuleReadsDecidesAndOthersThanBranchRelaysHaveNone) {
+    sql::Query rules(tables::ruleConnection);
+    ASSERT_TRUE(rules.exec("UPDATE VARIN SET VType=413 WHERE RuleNo=3201 AND VarNo=1"));  // its second one reads 402
+    ASSERT_TRUE(rules.exec("UPDATE VARIN SET VType=IF(VarNo=1,400,421) WHERE RuleNo=3202 AND VType>400 AND VType<420"));
+    ASSERT_TRUE(exec("UPDATE RLY_RUD SET RType=0,ID_Name='B',I_Name='B',J_Name='B' WHERE RNo=5"));
+    ASSERT_TRUE(SearchRlyCop(1));
+    EXPECT_EQ(rows("SELECT DISTINCT CoPartNo FROM RLY_CASERLYCOP WHERE PartNo=2"), QStringList{"4"});
+    EXPECT_EQ(count("RLY_CASERLYCOP", "RNo=5 OR CoRNo=5"), 0);
+    EXPECT_TRUE(errors.isEmpty());
+}
+
 TEST_F(Coordination, ABranchThatIsNotThereOnceEndsTheSearch) {
     for (const char* change : {"INSERT INTO RLY_RRBRANCH_TEM (ID_Name,ID_No,I_Name,J_Name,I_No,J_No,Flg) VALUES"
                                "('L5',9,'T2','C',50,60,1)",
