@@ -119,7 +119,8 @@ void Installation::addParameters(const RelayRequest& request) {
     for (const int rule : rules_.value(request.RTypeNo)) {
         if (parameters_.contains({request.at, rule})) continue;
         parameters_.insert({request.at, rule});
-        values_.append({request.at.ID_Name, request.at.I_Name, request.at.J_Name, request.at.Side, kParameterNotComputed, rule});
+        values_.append(
+            {request.at.ID_Name, request.at.I_Name, request.at.J_Name, request.at.Side, kParameterNotComputed, rule});
     }
 }
 

@@ -74,7 +74,8 @@ class DemoStudy : public ServerFixture {
         ASSERT_TRUE(cases.addRelays(form, relays) && cases.SaveRecord(1, form));
     }
 
-    /// How a start or a run ended: "ready" or "complete", "failed" or "broken", "refused" at once, "never".
+    /// How a start or a run ended: "ready" or "complete", "failed" or "broken", "waiting" for the
+    /// user, "refused" at once, "never".
     /// \param abortAt  progress at which the start is aborted, when its program runs
     QString start(int abortAt = 101) {
         CalculationStart made(cases, network, places, 2);
@@ -98,9 +99,14 @@ class DemoStudy : public ServerFixture {
             ended = complete ? "complete" : "broken";
             loop.quit();
         });
+        const auto shown = QObject::connect(&session, &RunSession::partShown, &loop, [&] {
+            ended = "waiting";
+            loop.quit();
+        });
         if (abortAfter >= 0) QTimer::singleShot(abortAfter, &session, &RunSession::abort);
         const bool started = wait(loop, session.start(kind));
         QObject::disconnect(link);
+        QObject::disconnect(shown);
         return started ? ended : QString("refused");
     }
 

@@ -131,6 +131,26 @@ TEST_F(BadPrograms, AnEngineThatFailsIsToldInEachKindOfRunAndTheNextRunWorks) {
     EXPECT_GT(sql::scalar({}, "SELECT MIN(RFault1) FROM RLY_RKLMTEM_TEM WHERE PNo=1").toDouble(), 0);
 }
 
+TEST_F(BadPrograms, AnEngineThatFailsInAManualRunCanBeTriedAgain) {
+    ASSERT_EQ(start(), "ready") << said();
+    RunSession session(*cases.current(), places);
+    ASSERT_TRUE(session.open());
+    takeAway(kEngine);
+    EXPECT_EQ(run(session, RunSession::Manual), "broken");
+    program(kEngine, "exec sleep 600");
+    EXPECT_EQ(run(session, RunSession::Manual, 300), "broken");
+    said();
+    program(kEngine, "exit 3");
+    EXPECT_EQ(run(session, RunSession::Manual), "waiting");
+    EXPECT_THAT(said(), HasSubstr("HALDERN.EXE出错，返回码3"));
+    session.abort();
+    EXPECT_EQ(session.state(), RunSession::State::Idle);
+    mend(kEngine);
+    EXPECT_EQ(run(session, RunSession::Manual), "waiting");
+    EXPECT_EQ(said(), "");
+    EXPECT_GT(sql::scalar({}, "SELECT MAX(Rdz) FROM RLY_RDZTEM WHERE RNo=1 AND RuleNo=3101").toDouble(), 100);
+}
+
 TEST_F(BadPrograms, AStepWithoutResultsDoesNotRepeatThoseOfTheStepBefore) {
     ASSERT_EQ(start(), "ready") << said();
     program(kEngine,
