@@ -95,7 +95,7 @@ bool keepRelaysOfNetwork(Context& context, const CaseForm& form, int type, QVect
 }  // namespace
 
 void newCase(Context& context, const CaseWish& wish) {
-    if (!context.openProject(wish.project, true)) return;
+    if (!openAlone(context, wish, true)) return;
     CaseStore cases;
     CaseForm form;
     QVector<int> relays;

@@ -60,7 +60,7 @@ void runSensitivity(Context& context, const CaseWish& wish) { run(context, wish,
 void showResults(Context& context, const CaseWish& wish) {
     CaseStore cases;
     QVector<ResultRow> rows;
-    if (!context.openProject(wish.project) || !cases.UpdateCaseChain(1)) return;
+    if (!openAlone(context, wish) || !cases.UpdateCaseChain(1)) return;
     for (const std::string& name : wish.caseNames) {
         if (!selectCase(context, name, cases) || !load(context, cases)) return;
         rows += resultsOf(context, cases);

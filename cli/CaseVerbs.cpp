@@ -5,6 +5,7 @@
 
 #include "cli/TextTable.h"
 #include "programs/study/ModeStore.h"
+#include "programs/workflow/RunShadows.h"
 
 namespace cli {
 
@@ -73,8 +74,17 @@ bool selectCase(Context& context, const std::string& caseName, CaseStore& cases)
     return context.stop(BadInput, "没有作业" + name);
 }
 
-bool openCase(Context& context, const CaseWish& wish, CaseStore& cases, bool realTime) {
+bool openAlone(Context& context, const CaseWish& wish, bool realTime) {
     if (!context.openProject(wish.project, realTime)) return false;
+    if (!RunShadows::claim()) return context.stop(NoResult, "另一个程序正在该工程中计算，请稍后再试");
+    const auto found = RunShadows::recover();
+    if (found == RunShadows::Leftover::Failed) return context.stop(Internal, "不能恢复上一次计算前的数据");
+    if (found == RunShadows::Leftover::Restored) context.note("上一次计算没有正常结束，已恢复计算前的数据");
+    return true;
+}
+
+bool openCase(Context& context, const CaseWish& wish, CaseStore& cases, bool realTime) {
+    if (!openAlone(context, wish, realTime)) return false;
     if (!cases.UpdateCaseChain(1)) return context.stop(Internal, {});
     return selectCase(context, wish.caseName, cases);
 }

@@ -22,6 +22,10 @@ struct CaseWish {
     bool withSensitivity = false, keepBackup = false, force = false, csv = false;
 };
 
+/// Opens the project when no other program calculates in it, and clears up after one that was killed.
+/// \return false with the exit code set
+bool openAlone(Context& context, const CaseWish& wish, bool realTime = false);
+
 /// Opens the project and selects a case by its number or name. \return false with the exit code set
 bool openCase(Context& context, const CaseWish& wish, CaseStore& cases, bool realTime = false);
 

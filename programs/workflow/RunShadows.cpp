@@ -1,6 +1,7 @@
 #include "programs/workflow/RunShadows.h"
 
 #include <QString>
+#include <algorithm>
 
 #include "platform/sql/Sql.h"
 #include "programs/frame/CRDatabase.h"
@@ -28,6 +29,11 @@ bool exists(const char* table) {
                .toInt() == 1;
 }
 
+bool allExist() {
+    return std::all_of(std::begin(kShadows), std::end(kShadows),
+                       [](const auto& copied) { return exists(copied.shadow); });
+}
+
 bool copyWorkingRelays(const Shadowed& copied) {
     sql::Query query;
     return query.exec(QString("DROP TABLE IF EXISTS ") + copied.shadow) &&
@@ -37,6 +43,17 @@ bool copyWorkingRelays(const Shadowed& copied) {
 
 }  // namespace
 
+bool RunShadows::claim() {
+    return sql::scalar({}, "SELECT GET_LOCK(CONCAT('morvane run ',MD5(DATABASE())),3)", {}, 0).toInt() == 1;
+}
+
+RunShadows::Leftover RunShadows::recover() {
+    const bool whole = allExist();
+    if (whole && !restore()) return Leftover::Failed;
+    drop();
+    return whole ? Leftover::Restored : Leftover::None;
+}
+
 bool RunShadows::build() {
     for (const Shadowed& copied : kShadows)
         if (!(copied.code == 0 ? copyWorkingRelays(copied) : CRDatabase::BuildTable(copied.shadow, copied.code, 1)))
@@ -45,8 +62,7 @@ bool RunShadows::build() {
 }
 
 bool RunShadows::restore() {
-    for (const Shadowed& copied : kShadows)
-        if (!exists(copied.shadow)) return false;
+    if (!allExist()) return false;
     sql::Transaction transaction;
     sql::Query query;
     for (const Shadowed& copied : kShadows)

@@ -1,3 +1,5 @@
+#include "platform/server/Server.h"
+#include "platform/sql/Sql.h"
 #include "tests/flow/CommandLine.h"
 
 using testing::AllOf;
@@ -93,4 +95,21 @@ TEST_F(CaseVerbs, TablesAreRoundedAndSensitivitiesWaitForTheirParameters) {
                                "1  零序电流定值 +[0-9]+\\.[0-9]  +[0-9]+\\.[0-9]{3}  A +[0-9]+\\.[0-9]{2}  310"));
     EXPECT_THAT(after.out, testing::ContainsRegex("2  动作时间 +0\\.[0-9]{2}  +0\\.[0-9]{2}  s +-  32"));
     EXPECT_THAT(after.out, testing::ContainsRegex("3  零序电流定值 +-  +-  A +-  没有适用的整定原则"));
+}
+
+TEST_F(CaseVerbs, AStageWithoutItsTimeIsNotSaved) {
+    ASSERT_EQ(make("时间", {"--part", "1", "2", "--relay", "1", "2"}).code, 0);
+    ASSERT_EQ(call({"case", "run", name, "时间"}).code, 0);
+    QString error;
+    ASSERT_TRUE(server::openConnection("QMYSQL3", name, "", "", "", "", &error)) << error.toStdString();
+    EXPECT_TRUE(sql::Query().exec("UPDATE RLY_CASERDZ SET Rdz21=0,Rdz22=0 WHERE Case_No!=1 AND RNo=1 AND Cdz='t'"));
+    server::closeConnection("");
+    EXPECT_THAT(call({"case", "results", name, "时间"}).out, HasSubstr("错误: 动作时间没有结果"));
+    const std::string before = call({"export", "settings", name}).out;
+    const Answer refused = call({"case", "save", name, "时间"});
+    EXPECT_EQ(refused.code, 3);
+    EXPECT_THAT(refused.err, testing::ContainsRegex("错误: 动作时间没有结果.*侧 2 段\n"));
+    EXPECT_EQ(call({"export", "settings", name}).out, before);
+    EXPECT_EQ(call({"case", "save", name, "时间", "--force"}).code, 0);
+    EXPECT_NE(call({"export", "settings", name}).out, before);
 }

@@ -139,6 +139,35 @@ TEST_F(HangingEngine, AnInterruptEndsTheRunAndKeepsTheCase) {
     EXPECT_EQ(again.code, 0) << again.err;
 }
 
+TEST_F(HangingEngine, AKilledRunGivesItsTablesBackToTheNextVerb) {
+    ASSERT_EQ(call({"case", "run", name, "1", "--klm"}).code, 0);
+    const std::string before = call({"case", "results", name, "1", "--csv"}).out;
+    EXPECT_THAT(before, HasSubstr(",3101,"));
+    const QString mark = directoryOf(name) + "Temp/hanging";
+    QFile::remove(mark);
+    QFile engine(bin + "/HALDERN.EXE");
+    ASSERT_TRUE(engine.open(QIODevice::WriteOnly));
+    engine.write("#!/bin/sh\necho $$ > pid; mv pid hanging\nexec sleep 600\n");
+    engine.close();
+    QProcess process;
+    process.start(bin + "/morvane", {"case", "run", name, "1"});
+    for (int i = 0; i < 200 && !QFile::exists(mark); ++i) process.waitForFinished(100);
+    ASSERT_TRUE(QFile::exists(mark)) << process.readAllStandardError().toStdString();
+    const Answer busy = call({"case", "results", name, "1"});
+    EXPECT_EQ(busy.code, 3);
+    EXPECT_THAT(busy.err, HasSubstr("正在该工程中计算"));
+    process.kill();
+    ASSERT_TRUE(process.waitForFinished(20000));
+    QFile pid(mark);
+    ASSERT_TRUE(pid.open(QIODevice::ReadOnly));
+    QProcess::execute("kill", {"-KILL", QString::fromUtf8(pid.readAll().trimmed())});
+
+    const Answer after = call({"case", "results", name, "1", "--csv"});
+    EXPECT_EQ(after.out, before);
+    EXPECT_THAT(after.err, HasSubstr("已恢复计算前的数据\n"));
+    EXPECT_THAT(call({"case", "results", name, "1"}).err, testing::Not(HasSubstr("已恢复")));
+}
+
 TEST_F(HangingEngine, AServerThatDiesInARunCostsTheRunButNotTheCase) {
     const std::string path = call({"project", "path", name}).out;
     const QString mark = QString::fromStdString(path).trimmed() + "Temp/hanging";

@@ -5,6 +5,7 @@
 
 #include "platform/rtdb/dbDatabase.h"
 #include "programs/workflow/RunSession.h"
+#include "programs/workflow/RunShadows.h"
 #include "tests/workflow/WorkflowFixture.h"
 
 /// A case of zero-sequence relays 1 (L1 at A, ratios 120 and 1100) and 2 (L1 at B), part 1 only, with programs that the
@@ -139,6 +140,21 @@ TEST_F(Runs, CancelWithoutItsCopiesTouchesNothing) {
     ASSERT_TRUE(exec("DROP TABLE RLY_KFINF_TEM_TM"));
     EXPECT_FALSE(run->cancel());
     EXPECT_EQ(workingRows(), before);
+}
+
+TEST_F(Runs, OnlyWholeCopiesOfARunWithoutEndAreTakenBack) {
+    const QStringList before = workingRows();
+    EXPECT_EQ(RunShadows::recover(), RunShadows::Leftover::None);
+    session();
+    ASSERT_TRUE(exec("DELETE FROM RLY_RLYOBJ_TEM"));
+    EXPECT_EQ(RunShadows::recover(), RunShadows::Leftover::Restored);
+    EXPECT_EQ(workingRows(), before);
+    session();
+    ASSERT_TRUE(exec("DROP TABLE RLY_KFINF_TEM_TM") && exec("UPDATE RLY_RLYOBJ_TEM SET NDz11=5"));
+    const QStringList kept = workingRows();
+    EXPECT_EQ(RunShadows::recover(), RunShadows::Leftover::None);
+    EXPECT_EQ(workingRows(), kept);
+    EXPECT_EQ(count("information_schema.TABLES", "TABLE_SCHEMA='P' AND TABLE_NAME LIKE '%\\_TEM\\_TM'"), 0);
 }
 
 TEST_F(Runs, BadProgramsAreToldAndTheSessionStaysUsable) {
