@@ -17,14 +17,9 @@ const char* prefixOf(int level) {
 }  // namespace
 
 void Context::show(const QByteArray& line) {
-    if (line == lastLine_) {
-        ++repeated_;
-        return;
-    }
-    if (repeated_ > 0) std::fprintf(stderr, "    （以上消息又出现 %d 次）\n", repeated_);
-    if (!line.isEmpty()) std::fprintf(stderr, "%s\n", line.constData());
-    lastLine_ = line;
-    repeated_ = 0;
+    if (line.isEmpty() || ++told_[line] > 1) return;
+    std::fprintf(stderr, "%s\n", line.constData());
+    order_.append(line);
 }
 
 void Context::showMessages() {
@@ -36,7 +31,11 @@ void Context::showMessages() {
 
 void Context::endMessages() {
     WinDockFeedback::setReceiver({});
-    show({});
+    for (const QByteArray& line : std::as_const(order_))
+        if (const int times = told_.value(line); times > 1)
+            std::fprintf(stderr, "（共 %d 次）%s\n", times, line.constData());
+    told_.clear();
+    order_.clear();
 }
 
 bool Context::stop(ExitCode code, const QString& text) {

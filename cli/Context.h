@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
+#include <QVector>
 #include <memory>
 #include <optional>
 
@@ -25,7 +27,8 @@ class Context {
     bool json = false;
     bool verbose = false;
 
-    /// Sends the dock's messages to standard error; one that repeats is written once with its count.
+    /// Sends the dock's messages to standard error; one that repeats is written when it first comes, and at the end
+    /// once more with its count.
     void showMessages();
     void endMessages();
     /// \return false with the exit code set
@@ -49,8 +52,8 @@ class Context {
   private:
     void show(const QByteArray& line);
 
-    QByteArray lastLine_;
-    int repeated_ = 0;
+    QHash<QByteArray, int> told_;  ///< how often each line came
+    QVector<QByteArray> order_;
     std::unique_ptr<server::Hold> hold_;
     ProjectStore projects_;
     std::optional<Project> project_;

@@ -91,6 +91,8 @@ TEST_F(CaseVerbs, TablesAreRoundedAndSensitivitiesWaitForTheirParameters) {
     ASSERT_EQ(call({"case", "klm", name, "表"}).code, 0);
     const Answer after = call({"case", "results", name, "表"});
     EXPECT_THAT(after.err, Not(HasSubstr("灵敏度参量还没有计算")));
+    EXPECT_EQ(QString::fromStdString(after.err).count("定值不能为0"), 2) << after.err;  // at first, and with its count
+    EXPECT_THAT(after.err, testing::ContainsRegex("（共 [0-9]+ 次）警告: 定值不能为0"));
     EXPECT_THAT(after.out, testing::ContainsRegex(
                                "1  零序电流定值 +[0-9]+\\.[0-9]  +[0-9]+\\.[0-9]{3}  A +[0-9]+\\.[0-9]{2}  310"));
     EXPECT_THAT(after.out, testing::ContainsRegex("2  动作时间 +0\\.[0-9]{2}  +0\\.[0-9]{2}  s +-  32"));
