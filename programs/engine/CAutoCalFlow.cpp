@@ -40,15 +40,15 @@ CAutoCalFlow::CAutoCalFlow(int rTypeNo, const QString& typeCode, const QString& 
 }
 
 bool CAutoCalFlow::StoreCurrentSettings(int rno, int pno) {
-    const RelayType* type = relayInput().rules().type(rTypeNo_);
+    const RelayTypeInfo* type = relayInput().rules().type(rTypeNo_);
     if (!type || pno < 1 || pno > 5) return true;
     const auto results = resultsOf(rno, pno, caseNo());
     QVariantList names, primary, secondary;
     for (auto it = results.constBegin(); it != results.constEnd(); ++it) {
-        const RelayType::Setting* setting = type->setting(it.key());
+        const SettingKind* setting = type->setting(it.key());
         if (!setting) continue;
         const double value = decided(it.key(), it.value());
-        const double factor = relayFault().secondaryFactor(rno, setting->vType);
+        const double factor = relayFault().secondaryFactor(rno, setting->VType);
         names << it.key();
         primary << it.key() << sixDigits(value);
         secondary << it.key() << sixDigits(value * factor);

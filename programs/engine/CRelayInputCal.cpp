@@ -30,7 +30,7 @@ bool CRelayInputCal::PrepareCalculation(int mode) {
 bool CRelayInputCal::WriteControlFile(int mode) {
     if (!work::write(workDir_, exchange::file::kControl, {})) return false;
     if (mode < 1 || mode > 3) return true;
-    const RelayType* type = rules().type(rTypeNo_);
+    const RelayTypeInfo* type = rules().type(rTypeNo_);
     if (!type) {
         ReportError("没有当前保护类型的信息，不能形成计算控制信息", 0);
         return false;
@@ -42,7 +42,7 @@ bool CRelayInputCal::WriteControlFile(int mode) {
         return false;
     }
     exchange::Control control;
-    control.elementClass = type->rType == 6 || type->rType == 10 ? 1 : 2;
+    control.elementClass = type->RType == 6 || type->RType == 10 ? 1 : 2;
     control.mlf = q.number(0);
     control.nPara = mode == 2 ? 0 : q.number(1);
     control.lgup = mode == 2 ? 0 : q.number(2);

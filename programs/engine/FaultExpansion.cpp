@@ -26,19 +26,12 @@ bool addUserFaults(const QVector<UserFault>& faults, RuleFaultRows& rows) {
 }
 
 void addOutages(int mode, const SettingRow& row, const QVector<ElementName>& outages, RuleFaultRows& rows) {
-    const int highest = rows.highest(row.pno, mode, kFirstOutage, kLastOutage);
-    int mType = highest == 0 ? kFirstOutage : highest + 1;
-    if (highest != 0 && mType + kRowsOfOutage - 1 > kLastOutage) return ReportError(kTooManyOutages, 0);
-    const auto branches = BranchTable::current();
-    for (const ElementName& name : outages) {
-        const BranchRow* element = branches->find(name.idName, name.iName, name.jName);
-        if (!element) {
-            ReportError("检修元件" + name.idName + "不存在、无效或不在基础方案中", 1);
-            continue;
-        }
-        if (mType > kLastOutage) return ReportError(kTooManyOutages, 0);
-        rows.addOutage(row.pno, mode, mType++, element->idNo, element->iNo, element->jNo, element->flg == 1);
-    }
+    numberOutages(
+        outages, rows.highest(row.pno, mode, kFirstOutage, kLastOutage), "不存在、无效或不在基础方案中",
+        [](const BranchRow&) { return false; },
+        [&](int mType, const BranchRow& element) {
+            rows.addOutage(row.pno, mode, mType, element.idNo, element.iNo, element.jNo, element.flg == 1);
+        });
 }
 
 void expandTemplate(int mode, const std::vector<TemplateFault>& faults, const SettingRow& row, RuleFaultRows& rows) {

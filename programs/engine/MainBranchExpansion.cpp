@@ -88,18 +88,8 @@ bool addTemplateFaults(MainBranchRows::Branch& branch, const std::vector<Templat
 }
 
 void addMainBranchOutages(MainBranchRows::Branch& branch, const QVector<ElementName>& outages, MainBranchRows& rows) {
-    const int highest = branch.highest(kFirstOutage, kLastOutage);
-    int mType = highest == 0 ? kFirstOutage : highest + 1;
-    if (highest != 0 && mType + kRowsOfOutage - 1 > kLastOutage) return ReportError(kTooManyOutages, 0);
-    const auto branches = BranchTable::current();
-    for (const ElementName& name : outages) {
-        const BranchRow* element = branches->find(name.idName, name.iName, name.jName);
-        if (!element) {
-            ReportError("检修元件" + name.idName + "已经被删除、无效或不在当前方案中", 1);
-            continue;
-        }
-        if (branch.hasOutage(element->idNo, element->iNo, element->jNo)) continue;
-        if (mType > kLastOutage) return ReportError(kTooManyOutages, 0);
-        rows.addOutage(branch, mType++, element->idNo, element->iNo, element->jNo, element->flg == 1);
-    }
+    numberOutages(
+        outages, branch.highest(kFirstOutage, kLastOutage), "已经被删除、无效或不在当前方案中",
+        [&](const BranchRow& e) { return branch.hasOutage(e.idNo, e.iNo, e.jNo); },
+        [&](int mType, const BranchRow& e) { rows.addOutage(branch, mType, e.idNo, e.iNo, e.jNo, e.flg == 1); });
 }

@@ -1,7 +1,13 @@
 #pragma once
 
+#include <QString>
+#include <QVector>
 #include <array>
+#include <functional>
 #include <span>
+
+#include "programs/engine/BranchTable.h"
+#include "programs/engine/RunInputs.h"
 
 /// An open circuit as a fault impedance, R and X alike.
 inline constexpr double kOpenCircuit = 99999.9999;
@@ -24,6 +30,13 @@ inline constexpr int kLastFault = 19;
 inline constexpr int kFirstOutage = 21;
 inline constexpr int kLastOutage = 40;
 inline constexpr int kRowsOfOutage = 4;  ///< at most
+
+/// Gives outage numbers to elements that are not among the outages yet, from the first free one on, and adds them.
+/// An element that the network does not have is told by its name and `missing`; numbers beyond the last end it, told.
+/// \param highest  the highest outage number in use; 0 none
+void numberOutages(const QVector<ElementName>& outages, int highest, const QString& missing,
+                   const std::function<bool(const BranchRow&)>& isThere,
+                   const std::function<void(int mType, const BranchRow&)>& add);
 
 inline constexpr char kTooManyFaults[] = "故障方式编号越限（>19），计算可能错误，请检查自定义的故障方式号";
 inline constexpr char kTooManyOutages[] = "检修方式编号越限（>40），计算可能错误，请检查自定义的故障方式号";

@@ -18,8 +18,8 @@ std::string blockOf(exchange::RelayBlock block, int nPart, const SettingsOfRelay
 }
 
 int partsOf(const RuleData& rules, int rTypeNo) {
-    const RelayType* type = rules.type(rTypeNo);
-    return type ? type->nPart : 0;
+    const RelayTypeInfo* type = rules.type(rTypeNo);
+    return type ? type->NPart : 0;
 }
 
 }  // namespace

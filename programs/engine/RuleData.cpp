@@ -31,11 +31,6 @@ bool SettingRule::usesBranchCoefficients() const {
                        [](const exchange::RuleVariable& v) { return v.vType > 450 && v.vType < 460; });
 }
 
-const RelayType::Setting* RelayType::setting(const QString& cdz) const {
-    const auto it = std::find_if(settings.begin(), settings.end(), [&](const Setting& s) { return s.cdz == cdz; });
-    return it == settings.end() ? nullptr : &*it;
-}
-
 std::shared_ptr<const RuleData> RuleData::read() {
     auto data = std::make_shared<RuleData>();
     data->readRules();
@@ -116,15 +111,7 @@ void RuleData::readParameters() {
 }
 
 void RuleData::readTypes() {
-    sql::Query q(tables::ruleConnection);
-    q.exec("SELECT RTypeNo,RType,NPart,RTypeCode,DzNo,Cdz,VType FROM RTYPE ORDER BY RTypeNo,DzNo");
-    while (q.next()) {
-        RelayType& type = types_[q.number(0)];
-        type.rType = q.number(1);
-        type.nPart = q.number(2);
-        type.code = q.text(3);
-        type.settings.push_back({q.number(4), q.text(5), q.number(6)});
-    }
+    types_ = readRelayTypes();
     sql::Query r(tables::ruleConnection);
     r.exec("SELECT DISTINCT RTypeNo,RPartNo,RuleNo FROM RTYPERULE ORDER BY RTypeNo,RPartNo,RuleNo");
     while (r.next()) {
@@ -146,7 +133,7 @@ const SettingRule* RuleData::rule(int ruleNo) const {
     return it == rules_.constEnd() ? nullptr : &*it;
 }
 
-const RelayType* RuleData::type(int rTypeNo) const {
+const RelayTypeInfo* RuleData::type(int rTypeNo) const {
     const auto it = types_.constFind(rTypeNo);
     return it == types_.constEnd() ? nullptr : &*it;
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "exchange/RuleFile.h"
+#include "programs/frame/RelayTypes.h"
 
 /// A setting rule as the calculation needs it.
 struct SettingRule {
@@ -29,19 +30,6 @@ struct TemplateFault {
     double r = 0, x = 0;
 };
 
-struct RelayType {
-    int rType = 0;
-    int nPart = 0;
-    QString code;
-    struct Setting {
-        int dzNo = 0;
-        QString cdz;
-        int vType = 0;
-    };
-    std::vector<Setting> settings;  ///< in `DzNo` order
-    [[nodiscard]] const Setting* setting(const QString& cdz) const;
-};
-
 /// Which rules give the sensitivity check of a setting.
 struct SensitivityCheck {
     int pno = 0;
@@ -58,7 +46,7 @@ class RuleData {
     /// Null when the database has no such rule.
     [[nodiscard]] const SettingRule* rule(int ruleNo) const;
     /// Null when the database has no such type.
-    [[nodiscard]] const RelayType* type(int rTypeNo) const;
+    [[nodiscard]] const RelayTypeInfo* type(int rTypeNo) const;
     /// Numbers of the rules of a relay type, each once.
     [[nodiscard]] std::vector<int> rulesOfType(int rTypeNo) const;
     /// Numbers of all rules below 100.
@@ -76,7 +64,7 @@ class RuleData {
     void readTemplates();
 
     QMap<int, SettingRule> rules_;
-    QMap<int, RelayType> types_;
+    QHash<int, RelayTypeInfo> types_;
     QHash<int, std::vector<int>> rulesOfType_;
     QHash<int, std::vector<TemplateFault>> faultTemplates_, branchTemplates_;
     QHash<int, std::vector<SensitivityCheck>> checks_;
