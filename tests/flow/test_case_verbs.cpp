@@ -60,8 +60,9 @@ TEST_F(CaseVerbs, RelaysOutsideTheNetworkOfTheCaseAreLeftOut) {
     const Answer made = make("停运", {"--scheme", "青龙线停运"});
     ASSERT_EQ(made.code, 0) << made.err;
     EXPECT_THAT(made.err, AllOf(HasSubstr("警告: "), HasSubstr("青龙线 青山青龙线侧、青龙线 龙泉青龙线侧\n")));
-    for (const auto& relay : call({"case", "show", name, "停运", "--json"}).json()["relays"])
-        EXPECT_THAT(std::string(relay), Not(testing::StartsWith("青龙线")));
+    const auto shown = call({"case", "show", name, "停运", "--json"}).json();
+    ASSERT_FALSE(shown["relays"].empty());
+    for (const auto& relay : shown["relays"]) EXPECT_THAT(std::string(relay), Not(testing::StartsWith("青龙线")));
     const Answer run = call({"case", "run", name, "停运"});
     EXPECT_EQ(run.code, 0);
     EXPECT_THAT(run.err, Not(HasSubstr("要整定的保护不在")));
