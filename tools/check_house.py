@@ -53,7 +53,8 @@ def check_include(path, room, number, kind, target, faults):
         elif target.endswith(".h") and not (room == "engines" and ENGINE_LIBRARIES.match(target)) \
                 and target not in ("fcntl.h", "unistd.h"):
             faults.append(f"{where}: {room} does not use {target}")
-    if room in ("platform", "programs", "cli") and not path.name.startswith(("WinDlg", "WinDLg")) and WIDGETS.match(target):
+    windows = path.name.startswith(("WinDlg", "WinDLg")) or path.parent.name in ("ui", "diagram", "recordform")
+    if room in ("platform", "programs", "cli") and not windows and WIDGETS.match(target):
         faults.append(f"{where}: widgets belong into windows")
 
 

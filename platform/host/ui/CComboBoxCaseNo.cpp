@@ -1,0 +1,1 @@
+#include "platform/host/ui/CComboBoxCaseNo.h"
