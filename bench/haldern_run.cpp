@@ -2,14 +2,21 @@
 // relays.
 
 #include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "bench/LargeStudy.h"
+#include "engines/network/SectionGraph.h"
 #include "engines/rules/SettingRun.h"
 #include "exchange/ControlFile.h"
 #include "exchange/FileNames.h"
@@ -124,9 +131,8 @@ std::string ruleFile() {
 
 class Directory {
   public:
-    Directory()
-        : path_(std::filesystem::temp_directory_path() /
-                std::string("morvane_bench_").append(std::to_string(getpid()))) {
+    explicit Directory(const std::string& purpose = "run")
+        : path_(std::filesystem::temp_directory_path() / ("morvane_bench_" + std::to_string(getpid()) + purpose)) {
         std::filesystem::create_directories(path_);
     }
     ~Directory() { std::filesystem::remove_all(path_); }
@@ -177,6 +183,112 @@ void runAfterAnother(benchmark::State& state) {
     for (auto _ : state) engines::runSettings(directory.path(), notes);
 }
 BENCHMARK(runAfterAnother)->Arg(4)->Arg(11)->Unit(benchmark::kMillisecond);
+
+/// The input of a run on a public network; empty without the folder that MORVANE_SHARED_NETWORKS names.
+const std::filesystem::path& publicStudy() {
+    static const Directory directory;
+    static const bool written = [] {
+        const char* folder = std::getenv("MORVANE_SHARED_NETWORKS");
+        std::ifstream in(std::filesystem::path(folder ? folder : "") / "matpower/case9241pegase.m");
+        if (in) bench::LargeStudy({std::istreambuf_iterator<char>(in), {}}).writeTo(directory.path());
+        return in.good();
+    }();
+    static const std::filesystem::path none;
+    return written ? directory.path() : none;
+}
+
+bool ready(benchmark::State& state) {
+    if (!publicStudy().empty()) return true;
+    state.SkipWithError("the public networks are not here");
+    return false;
+}
+
+/// The executable beside this one, started in a directory and waited for.
+int start(const char* program, const std::filesystem::path& directory) {
+    static const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    const std::string path = folder / program;
+    const pid_t child = vfork();
+    if (child == 0) {
+        const int silent = open("/dev/null", O_WRONLY);
+        if (dup2(silent, STDERR_FILENO) >= 0 && chdir(directory.c_str()) == 0) execl(path.c_str(), program, nullptr);
+        _exit(127);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return status;
+}
+
+void largeProgram(benchmark::State& state, const char* program) {
+    if (!ready(state)) return;
+    for (auto _ : state)
+        if (start(program, publicStudy()) != 0) state.SkipWithError("the program has failed");
+}
+/// Start and end of a process: nothing is to be read.
+void emptyProgram(benchmark::State& state) {
+    const auto nowhere = std::filesystem::temp_directory_path();
+    for (auto _ : state) start(file::kEngineProgram, nowhere);
+}
+void largeRead(benchmark::State& state) {
+    if (!ready(state)) return;
+    for (auto _ : state) benchmark::DoNotOptimize(exchange::readNetwork(publicStudy()));
+}
+void largeBuild(benchmark::State& state) {
+    if (!ready(state)) return;
+    const auto data = exchange::readNetwork(publicStudy());
+    for (auto _ : state) benchmark::DoNotOptimize(engines::buildNetwork(data));
+}
+void largeGraph(benchmark::State& state) {
+    if (!ready(state)) return;
+    const auto data = exchange::readNetwork(publicStudy());
+    for (auto _ : state) benchmark::DoNotOptimize(engines::sectionGraph(data, {}));
+}
+void largeStudy(benchmark::State& state) {
+    if (!ready(state)) return;
+    for (auto _ : state) benchmark::DoNotOptimize(engines::readStudy(publicStudy()));
+}
+/// Order and factors of all operating modes, both sequences.
+void largeModes(benchmark::State& state) {
+    if (!ready(state)) return;
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto study = engines::readStudy(publicStudy());
+        state.ResumeTiming();
+        std::vector<engines::ModeNetwork> kept;
+        for (int mode = 1; mode <= bench::kModes; ++mode) kept.emplace_back(study.network, study.modes[mode]);
+    }
+}
+/// All of the above and the rules.
+void largeEvaluate(benchmark::State& state) {
+    if (!ready(state)) return;
+    for (auto _ : state) {
+        state.PauseTiming();
+        const auto study = engines::readStudy(publicStudy());
+        state.ResumeTiming();
+        engines::ModeStudies calculation(study.network, study.modes);
+        const auto results = engines::evaluateRules(study, calculation);
+        state.PauseTiming();
+        std::size_t with = 0;
+        for (const auto& setting : results.settings) with += setting.ruleNo != 0;
+        state.counters["results"] = static_cast<double>(with);
+        state.counters["coefficients"] = static_cast<double>(results.coefficients.size());
+        state.ResumeTiming();
+    }
+}
+void largeWrite(benchmark::State& state) {
+    if (!ready(state)) return;
+    const auto data = exchange::readNetwork(publicStudy());
+    const Directory target("write");
+    for (auto _ : state) exchange::writeNetwork(target.path(), data);
+}
+BENCHMARK_CAPTURE(largeProgram, haldern, file::kEngineProgram)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(emptyProgram)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(largeRead)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(largeBuild)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(largeGraph)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(largeStudy)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(largeModes)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(largeEvaluate)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(largeWrite)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }  // namespace
 

@@ -1,7 +1,9 @@
 #include "exchange/NetworkFiles.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <type_traits>
+#include <future>
 
 #include "exchange/FileNames.h"
 #include "exchange/TextFile.h"
@@ -115,27 +117,61 @@ class RowWriter {
     int line_ = 2;
 };
 
-/// Takes the fields of a row one after the other.
+/// Takes the fields of a row one after the other, straight from the text; what is not read at once goes through
+/// Fields, which tells what is wrong.
 class RowReader {
   public:
-    explicit RowReader(const Lines& lines) : lines_(lines), fields_(lines.fields()) {}
-    void operator()(int& value) { value = fields_.whole(next_++); }
-    void operator()(bool& value) { value = fields_.whole(next_++) != 0; }
-    void operator()(double& value) { value = fields_.real(next_++); }
+    explicit RowReader(const Lines& lines) : lines_(lines), at_(lines.line().data()), end_(at_ + lines.line().size()) {}
+    void operator()(int& value) {
+        if (!taken(value)) value = slowly().whole(next_);
+        ++next_;
+    }
+    void operator()(double& value) {
+        if (!taken(value) || !std::isfinite(value)) value = slowly().real(next_);
+        ++next_;
+    }
+    void operator()(bool& value) {
+        int number = 0;
+        (*this)(number);
+        value = number != 0;
+    }
     void key(int& value) {
-        if (fields_.whole(next_++) != value) fields_.fail("element " + std::to_string(value) + " is expected");
+        int found = 0;
+        (*this)(found);
+        if (found != value) lines_.fields().fail("element " + std::to_string(value) + " is expected");
     }
     /// Everything behind the fields taken so far, commas and blanks included.
-    void rest(std::string& text) {
-        std::size_t comma = 0;
-        for (std::size_t i = 0; i < next_; ++i) comma = lines_.line().find(',', comma) + 1;
-        text = lines_.line().substr(comma);
-    }
+    void rest(std::string& text) { text.assign(at_, end_); }
 
   private:
     const Lines& lines_;
-    Fields fields_;
+    const char* at_;
+    const char* end_;
     std::size_t next_ = 0;
+
+    void skipBlanks() {
+        while (at_ != end_ && (*at_ == ' ' || *at_ == '\t')) ++at_;
+    }
+    template <class T>
+    bool taken(T& value) {
+        skipBlanks();
+        const auto [stop, error] = std::from_chars(at_, end_, value);
+        if (error != std::errc()) return false;
+        at_ = stop;
+        skipBlanks();
+        if (at_ != end_ && *at_ != ',') return false;
+        if (at_ != end_) ++at_;
+        return true;
+    }
+    /// The whole line, with the next field to be taken from it.
+    Fields slowly() {
+        at_ = lines_.line().data();
+        for (std::size_t i = 0; i <= next_; ++i) {
+            at_ = std::find(at_, end_, ',');
+            if (at_ != end_) ++at_;
+        }
+        return lines_.fields();
+    }
 };
 
 void writeHead(std::string& out, std::size_t count) {
@@ -192,6 +228,8 @@ class SetReader {
         const std::string bytes = readAll(directory_ / file);
         Lines lines(bytes, file);
         const int count = head(lines);
+        constexpr std::size_t kShortestRow = 8;
+        rows.reserve(std::min(static_cast<std::size_t>(count), bytes.size() / kShortestRow));
         for (int i = 0; i < count; ++i) {
             rows.emplace_back();
             row(lines, rows.back(), layout);
@@ -265,28 +303,50 @@ void writeNetwork(const std::filesystem::path& directory, const NetworkData& n) 
     files.table("LF.L0", std::vector<Whole>{{n.loadFlow ? 1 : 0, static_cast<int>(n.buses.size())}}, wholeRow);
 }
 
-NetworkData readNetwork(const std::filesystem::path& directory) {
-    SetReader files(directory);
-    NetworkData n;
+namespace {
+
+/// Networks from here on are worth a second thread.
+constexpr int kManyBuses = 500;
+
+Whole readWhole(SetReader& files) {
     std::vector<Whole> whole;
     files.fresh("LF.L0", whole, wholeRow);
     if (whole.size() != 1) throw FormatError("LF.L0", 1, "one row is expected");
-    n.loadFlow = whole[0].loadFlow != 0;
-    files.fresh("LF.L1", n.buses, busRow);
+    return whole[0];
+}
+
+void readLines(SetReader files, NetworkData& n) {
     files.fresh("LF.L2", n.lines, lineRow);
+    files.more("ST.S3", n.lines, lineZero);
+}
+
+void readOthers(SetReader files, NetworkData& n) {
+    files.fresh("LF.L1", n.buses, busRow);
     files.fresh("LF.L3", n.transformers, transformerRow);
     files.fresh("LF.L4", n.shunts, shuntRow);
     files.fresh("ST.S1", n.generators, generatorRow);
     files.fresh("ST.S6", n.mutuals, mutualRow);
     files.more("LF.L5", n.generators, generatorPower);
     files.more("LF.L6", n.buses, busVoltage);
-    files.more("LF.L13", n.lines, lineLoad, n.transformers, transformerLoad);
     files.more("ST.S2", n.generators, generatorZero);
-    files.more("ST.S3", n.lines, lineZero);
     files.more("ST.S4", n.transformers, transformerZero);
     files.more("ST.S5", n.shunts, shuntZero);
     files.more("ST.S7", n.mutuals, mutualStretch);
     files.more(file::kNames, n.buses, busName, n.generators, generatorName);
+}
+
+}  // namespace
+
+NetworkData readNetwork(const std::filesystem::path& directory) {
+    SetReader files(directory);
+    const Whole whole = readWhole(files);
+    NetworkData n;
+    n.loadFlow = whole.loadFlow != 0;
+    const auto when = whole.busCount < kManyBuses ? std::launch::deferred : std::launch::async;
+    auto lines = std::async(when, [&] { readLines(files, n); });
+    readOthers(files, n);
+    lines.get();
+    files.more("LF.L13", n.lines, lineLoad, n.transformers, transformerLoad);
     return n;
 }
 
