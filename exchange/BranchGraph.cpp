@@ -20,7 +20,7 @@ class Walk {
         enter(node, idNo, goOn, level);
         while (!open_.empty()) {
             auto& front = open_.back();
-            const auto& rows = graph_.at(front.node);
+            const auto rows = graph_.at(front.node);
             if (front.next == rows.size()) {
                 open_.pop_back();
                 continue;
@@ -64,21 +64,18 @@ class Walk {
 }  // namespace
 
 BranchGraph::BranchGraph(std::vector<BranchEdge> edges) : edges_(std::move(edges)) {
+    std::vector<std::pair<int, int>> ends;
+    ends.reserve(2 * edges_.size());
     for (std::size_t row = 0; row < edges_.size(); ++row) {
         const auto& edge = edges_[row];
-        touching_[edge.iNo].push_back(static_cast<int>(row));
-        if (edge.jNo != edge.iNo) touching_[edge.jNo].push_back(static_cast<int>(row));
+        ends.emplace_back(edge.iNo, static_cast<int>(row));
+        if (edge.jNo != edge.iNo) ends.emplace_back(edge.jNo, static_cast<int>(row));
     }
-}
-
-const std::vector<int>& BranchGraph::at(int node) const {
-    static const std::vector<int> kNone;
-    const auto found = touching_.find(node);
-    return found == touching_.end() ? kNone : found->second;
+    touching_ = NumberIndex(ends);
 }
 
 int BranchGraph::find(int idNo, int node) const {
-    const auto& rows = at(node);
+    const auto rows = at(node);
     const auto found = std::find_if(rows.begin(), rows.end(),
                                     [&](int row) { return edges_[static_cast<std::size_t>(row)].idNo == idNo; });
     return found == rows.end() ? -1 : *found;

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <string>
-#include <unordered_map>
+#include <span>
 #include <vector>
+
+#include "exchange/NumberIndex.h"
 
 namespace exchange {
 
@@ -46,7 +47,7 @@ class BranchGraph {
 
     [[nodiscard]] const std::vector<BranchEdge>& edges() const { return edges_; }
     /// Positions of the rows that touch a node, in row order (a row with both ends there appears once).
-    [[nodiscard]] const std::vector<int>& at(int node) const;
+    [[nodiscard]] std::span<const int> at(int node) const { return touching_.at(node); }
     /// First row with this number that touches the node; -1 when there is none.
     [[nodiscard]] int find(int idNo, int node) const;
 
@@ -58,7 +59,7 @@ class BranchGraph {
 
   private:
     std::vector<BranchEdge> edges_;
-    std::unordered_map<int, std::vector<int>> touching_;
+    NumberIndex touching_;
 };
 
 }  // namespace exchange

@@ -12,7 +12,8 @@ namespace {
 
 class EdgeList {
   public:
-    explicit EdgeList(const exchange::VirtualRelays& virtualRelays) {
+    EdgeList(const exchange::VirtualRelays& virtualRelays, std::size_t count) {
+        edges_.reserve(count);
         for (const exchange::VirtualRelay& relay : virtualRelays.relays) virtual_.insert(relay.node());
     }
     void add(int idNo, int iNo, int jNo, BranchKind kind) {
@@ -40,7 +41,8 @@ void addShunts(const exchange::NetworkData& network, bool reactors, EdgeList& ed
 }  // namespace
 
 exchange::BranchGraph sectionGraph(const exchange::NetworkData& network, const exchange::VirtualRelays& virtualRelays) {
-    EdgeList edges(virtualRelays);
+    EdgeList edges(virtualRelays, network.lines.size() + network.transformers.size() + network.shunts.size() +
+                                      network.generators.size());
     for (const exchange::NetLine& l : network.lines) edges.add(l.idNo, l.iNo, l.jNo, BranchKind::Line);
     addTransformers(network, false, edges);
     addTransformers(network, true, edges);

@@ -27,7 +27,12 @@ std::vector<AdjacentBranch> distinct(std::vector<AdjacentBranch> branches) {
 
 }  // namespace
 
-Sections::Sections(const Study& study) : study_(study), graph_(study.graph) {}
+Sections::Sections(const Study& study) : study_(study), graph_(study.graph) {
+    std::vector<std::pair<int, int>> nodes;
+    for (std::size_t i = 0; i < study.relays.size(); ++i)
+        nodes.emplace_back(study.relays[i].ownNode, static_cast<int>(i));
+    relaysAt_ = exchange::NumberIndex(nodes);
+}
 
 std::vector<WalkStep> Sections::steps(int node, int idNo, int goOn) const {
     std::vector<WalkStep> list;
@@ -102,9 +107,9 @@ std::vector<AdjacentRelay> Sections::relaysBehind(const StudyRelay& relay) const
     std::set<int> seen;
     for (const WalkStep& step : stepsOf(relay))
         for (const int place : networkBranchesAt(step.node, step.idNo))
-            for (const StudyRelay& other : study_.relays) {
-                const bool there =
-                    other.kind == RelayKind::Branch && other.idNo == edge(place).idNo && other.ownNode == step.node;
+            for (const int row : relaysAt_.at(step.node)) {
+                const StudyRelay& other = study_.relays[static_cast<std::size_t>(row)];
+                const bool there = other.kind == RelayKind::Branch && other.idNo == edge(place).idNo;
                 if (!there || !other.valid || !other.located || other.rno == relay.rno) continue;
                 if (seen.insert(other.rno).second)
                     found.push_back({&other, {place, step.node, -1, step.node, false, false}});

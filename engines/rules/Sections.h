@@ -4,6 +4,7 @@
 
 #include "engines/rules/Study.h"
 #include "exchange/BranchGraph.h"
+#include "exchange/NumberIndex.h"
 
 /// What lies behind the far end of a relay: found by the branch walk, in the order in which the walk finds it.
 namespace engines {
@@ -26,7 +27,7 @@ struct AdjacentRelay {
 
 class Sections {
   public:
-    /// \param study  must outlive this
+    /// \param study  must outlive this and keep its relays
     explicit Sections(const Study& study);
 
     /// Every branch behind the far end that can be a main branch for the relay, star points of its own included.
@@ -51,6 +52,7 @@ class Sections {
 
     const Study& study_;
     const exchange::BranchGraph& graph_;
+    exchange::NumberIndex relaysAt_;  // by the node where they stand, places in Study::relays
 };
 
 }  // namespace engines
