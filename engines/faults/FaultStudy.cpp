@@ -11,13 +11,6 @@ namespace {
 
 std::size_t at(int i) { return static_cast<std::size_t>(i); }
 
-/// EMF behind the impedance of a source; 1.0 without a load flow.
-Complex emf(const Network& network, const Source& source) {
-    if (!network.loadFlow) return 1;
-    const Complex voltage = network.buses[at(source.bus.value)].voltage;
-    return voltage == Complex{} ? Complex{} : voltage + source.z1 * std::conj(source.power / voltage);
-}
-
 /// Currents that sources and loads send into the buses: those that hold the load-flow voltages in the network as it
 /// was.
 ComplexVector injections(const Network& network) {
@@ -25,8 +18,10 @@ ComplexVector injections(const Network& network) {
     if (!network.loadFlow) return result;
     result.resize(network.buses.size());
     for (const Branch& b : network.branches) {
-        const Complex i = (network.buses[at(b.from.value)].voltage - network.buses[at(b.to.value)].voltage) / b.z1;
-        result[at(b.from.value)] += i;
+        const double gain = 1 / b.ratio;
+        const Complex i =
+            (gain * network.buses[at(b.from.value)].voltage - network.buses[at(b.to.value)].voltage) / b.z1;
+        result[at(b.from.value)] += gain * i;
         result[at(b.to.value)] -= i;
     }
     for (const Source& s : network.sources) result[at(s.bus.value)] += network.buses[at(s.bus.value)].voltage / s.z1;
@@ -54,6 +49,12 @@ void mark(std::array<bool, 3>& phases, FaultKind kind) {
 }
 
 }  // namespace
+
+Complex emf(const Network& network, const Source& source) {
+    if (!network.loadFlow) return 1;
+    const Complex voltage = network.buses[at(source.bus.value)].voltage;
+    return voltage == Complex{} ? Complex{} : voltage + source.z1 * std::conj(source.power / voltage);
+}
 
 std::array<Complex, 3> phases(const Sequences& s) {
     const Complex a = std::polar(1.0, 2 * std::numbers::pi / 3), a2 = std::conj(a);
@@ -97,6 +98,10 @@ ModeNetwork::ModeNetwork(ModeNetwork&&) noexcept = default;
 ModeNetwork& ModeNetwork::operator=(ModeNetwork&&) noexcept = default;
 
 const Network& ModeNetwork::network() const { return *impl_->network; }
+
+const SequenceNetwork& ModeNetwork::sequence(Sequence sequence) const {
+    return sequence == Sequence::Positive ? *impl_->positive : *impl_->zero;
+}
 
 Solution ModeNetwork::solve(std::span<const Condition> conditions) const {
     const auto places = std::make_shared<const Places>(placesOf(*impl_->network, conditions));

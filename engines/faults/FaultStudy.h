@@ -45,6 +45,10 @@ struct BranchEnd {
 };
 
 class ModeNetwork;
+class SequenceNetwork;
+
+/// EMF behind the impedance of a source, per unit: 1.0, or from the load flow.
+Complex emf(const Network& network, const Source& source);
 
 /// A solved state: pre-fault plus fault component. Valid as long as its ModeNetwork.
 class Solution {
@@ -85,6 +89,8 @@ class ModeNetwork {
     ModeNetwork& operator=(ModeNetwork&&) noexcept;
 
     [[nodiscard]] const Network& network() const;
+    /// The negative sequence is the positive one.
+    [[nodiscard]] const SequenceNetwork& sequence(Sequence sequence) const;
 
     /// All conditions together, e.g. the rows of an outage and those of a fault.
     [[nodiscard]] Solution solve(std::span<const Condition> conditions) const;

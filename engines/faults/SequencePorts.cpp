@@ -115,9 +115,12 @@ SequencePorts::View SequencePorts::viewOf(const Port& port) {
 }
 
 void SequencePorts::weigh(const Port& port, View& view) const {
-    if (!port.series && view.ref == Ref::Bus) view.weights.emplace_back(view.refBus, 1);
-    if (port.branch < 0) return;
     const auto& elements = net_->elements();
+    const bool fromI = port.branch >= 0 && view.sign > 0;
+    const double gain = port.branch < 0 ? 1 : elements.links()[at(port.branch)].gain;
+    if (port.branch >= 0 && port.at.nearI()) view.scale = port.series ? gain : 1 / gain;
+    if (!port.series && view.ref == Ref::Bus) view.weights.emplace_back(view.refBus, view.scale * (fromI ? gain : 1));
+    if (port.branch < 0) return;
     const auto members = elements.coupledWith(port.branch);
     const Matrix& y = admittances_.at(members.front());
     view.own = static_cast<int>(std::find(members.begin(), members.end(), port.branch) - members.begin());
@@ -126,12 +129,12 @@ void SequencePorts::weigh(const Port& port, View& view) const {
     view.admitted.resize(members.size());
     for (int a = 0; a < y.rows(); ++a) {
         if (!port.series) {
-            view.drop.push_back(view.sign * elements.impedance(members[at(a)], {}, port.branch, view.way));
+            view.drop.push_back(view.scale * view.sign * elements.impedance(members[at(a)], {}, port.branch, view.way));
         }
     }
     for (int a = 0; a < y.rows(); ++a) {
         for (int b = 0; b < y.rows() && !port.series; ++b) view.admitted[at(a)] += y(a, b) * view.drop[at(b)];
-        if (port.series && view.conducts) view.admitted[at(a)] = y(a, view.own);
+        if (port.series && view.conducts) view.admitted[at(a)] = view.scale * y(a, view.own);
         addDifference(view.weights, elements.links()[at(members[at(a)])],
                       port.series ? view.admitted[at(a)] : -view.admitted[at(a)]);
     }
@@ -150,7 +153,7 @@ Complex SequencePorts::localShunts(int s, int t) const {
     const View &a = views_[at(s)], &b = views_[at(t)];
     const Complex shared =
         net_->elements().impedance(places_->ports[at(s)].branch, a.way, places_->ports[at(t)].branch, b.way);
-    return dot(a.drop, b.admitted) - a.sign * b.sign * shared;
+    return dot(a.drop, b.admitted) - a.scale * b.scale * a.sign * b.sign * shared;
 }
 
 Complex SequencePorts::local(int j, int l) const {
@@ -159,9 +162,10 @@ Complex SequencePorts::local(int j, int l) const {
     if (net_->elements().coupledWith(p.branch).front() != net_->elements().coupledWith(q.branch).front()) return {};
     const View &a = views_[at(j)], &b = views_[at(l)];
     if (!p.series && !q.series) return localShunts(j, l);
-    if (!p.series) return (b.conducts ? a.admitted[at(b.own)] : Complex{}) - onWay(j, l);
-    if (!q.series) return onWay(l, j) - (a.conducts ? b.admitted[at(a.own)] : Complex{});
-    return a.conducts ? -b.admitted[at(a.own)] : Complex{};
+    const double scales = a.scale * b.scale;
+    if (!p.series) return (b.conducts ? b.scale * a.admitted[at(b.own)] : Complex{}) - scales * onWay(j, l);
+    if (!q.series) return scales * onWay(l, j) - (a.conducts ? a.scale * b.admitted[at(a.own)] : Complex{});
+    return a.conducts ? -a.scale * b.admitted[at(a.own)] : Complex{};
 }
 
 void SequencePorts::respond() {
@@ -192,8 +196,10 @@ Complex SequencePorts::respond(int j, int l) const {
 }
 
 Complex SequencePorts::prefault(int port) const {
+    const View& view = views_[at(port)];
+    if (net_->startsFlat()) return !places_->ports[at(port)].series && !deadAt(port) ? 1 : 0;
     Complex sum;
-    for (const auto& [bus, weight] : views_[at(port)].weights) sum += weight * net_->prefault(bus);
+    for (const auto& [bus, weight] : view.weights) sum += weight * net_->prefault(bus);
     return sum;
 }
 
@@ -217,10 +223,16 @@ SequenceField::SequenceField(std::shared_ptr<const SequencePorts> ports, Complex
     }
 }
 
+Complex SequenceField::component(int bus) const {
+    Complex sum;
+    if (bus < 0) return sum;
+    for (const auto& [column, current] : injections_) sum += (*column)[at(bus)] * current;
+    return sum;
+}
+
 Complex SequenceField::voltage(int bus) const {
     if (bus < 0) return {};
-    Complex sum = withPrefault_ ? ports_->net_->prefault(bus) : Complex{};
-    for (const auto& [column, current] : injections_) sum += (*column)[at(bus)] * current;
+    const Complex sum = component(bus) + (withPrefault_ ? ports_->net_->prefault(bus) : Complex{});
     const Islands& islands = ports_->net_->islands();
     if (islands.live(bus)) return sum;
     const auto& keys = ports_->floats_;
@@ -228,7 +240,13 @@ Complex SequenceField::voltage(int bus) const {
     return key == keys.end() ? Complex{} : sum + floats_[static_cast<std::size_t>(key - keys.begin())];
 }
 
-Complex SequenceField::drop(const Link& link) const { return voltage(link.from) - voltage(link.to); }
+// A common voltage of a floating island drives no current, nor does the flat start.
+Complex SequenceField::drop(const Link& link) const {
+    const SequenceNetwork& net = *ports_->net_;
+    const bool loaded = withPrefault_ && !net.startsFlat();
+    const auto before = [&](int bus) { return loaded && bus >= 0 ? net.prefault(bus) : Complex{}; };
+    return link.gain * (component(link.from) + before(link.from)) - (component(link.to) + before(link.to));
+}
 
 Complex SequenceField::ownCurrent(int branch) const {
     const SequenceNetwork& net = *ports_->net_;
@@ -254,15 +272,16 @@ Complex SequenceField::ownCurrent(int branch) const {
 
 Complex SequenceField::current(int branch, End end) const {
     const Link& link = ports_->net_->elements().links()[at(branch)];
+    const double gain = end == End::I ? link.gain : 1;
     Complex sum;
     if ((end == End::I ? link.from : link.to) >= 0) sum = end == End::I ? ownCurrent(branch) : -ownCurrent(branch);
     for (int l = 0; l < ports_->size(); ++l) {
         const Port& port = ports_->places_->ports[at(l)];
         const auto& view = ports_->views_[at(l)];
         if (port.branch != branch || port.series || view.ref != SequencePorts::Ref::Bus) continue;
-        if ((view.sign > 0) == (end == End::I)) sum += values_[at(l)];
+        if ((view.sign > 0) == (end == End::I)) sum += view.scale * values_[at(l)];
     }
-    return sum;
+    return gain * sum;
 }
 
 Complex SequenceField::counterpart(int port) const {

@@ -14,7 +14,8 @@
 ///     V_s = V_ref - M_s' i - sum_t K_st i_t - sum_j f_sj u_j
 /// where shunt t draws i_t, u_j is the voltage across open j, K_st the impedance that the ways to s and t share and
 /// f_sj is +-1 when open j lies on the way to s. The way to a port starts at an end of its branch (ref); a piece that
-/// opens cut off at both sides floats at an unknown voltage.
+/// opens cut off at both sides floats at an unknown voltage. In a transformer all this is on the J side of its turns
+/// ratio; what a port tells and takes is per unit of the nearer end.
 namespace engines {
 
 class SequencePorts {
@@ -41,7 +42,8 @@ class SequencePorts {
     struct View {
         Ref ref = Ref::Floating;
         int refBus = -1;
-        double sign = 1;  // of the way: +1 from I towards J
+        double sign = 1;   // of the way: +1 from I towards J
+        double scale = 1;  // of the unknown and the counterpart, from the J side of a turns ratio to the nearer end
         Stretch way{0, 0};
         int floating = -1;             // place in floats_
         int own = -1;                  // place of the branch in its coupled set
@@ -87,6 +89,7 @@ class SequenceField {
     [[nodiscard]] const SequencePorts& ports() const { return *ports_; }
 
   private:
+    [[nodiscard]] Complex component(int bus) const;
     [[nodiscard]] Complex drop(const Link& link) const;
     [[nodiscard]] Complex ownCurrent(int branch) const;
 

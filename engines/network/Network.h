@@ -42,6 +42,9 @@ struct Branch {
     exchange::BranchKind kind = exchange::BranchKind::Line;
     int windingKind = 0;  ///< 31, 32, 33 for the windings of a three-winding transformer
     Complex z1, z0;       ///< per unit on 100 MVA and the base voltage of the buses
+    /// Transformers: turns ratio I : J in per unit of the two base voltages. An ideal transformer at the I end; z1 and
+    /// z0 lie behind it and are referred to the J side.
+    double ratio = 1;
     ZeroPath zeroPath = ZeroPath::Through;
     double lengthKm = 0;
     double ratedA = 0;    ///< lines: rated current, 0 unknown

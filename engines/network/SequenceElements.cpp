@@ -12,15 +12,15 @@ std::size_t at(int i) { return static_cast<std::size_t>(i); }
 Link zeroLink(const Branch& branch) {
     switch (branch.zeroPath) {
         case ZeroPath::Through:
-            return {branch.from.value, branch.to.value, branch.z0, true};
+            return {branch.from.value, branch.to.value, branch.z0, true, 1 / branch.ratio};
         case ZeroPath::GroundAtI:
-            return {branch.from.value, -1, branch.z0, true};
+            return {branch.from.value, -1, branch.z0, true, 1 / branch.ratio};
         case ZeroPath::GroundAtJ:
             return {-1, branch.to.value, branch.z0, true};
         case ZeroPath::None:
             break;
     }
-    return {-1, -1, branch.z0, false};
+    return {-1, -1, branch.z0, false, 1 / branch.ratio};
 }
 
 Stretch clipped(Stretch part, double from, double to) {
@@ -61,7 +61,7 @@ SequenceElements::SequenceElements(const Network& network, Sequence sequence, st
     : sequence_(sequence), buses_(static_cast<int>(network.buses.size())), orderings_(network.orderings) {
     const bool zero = sequence == Sequence::Zero;
     for (const Branch& b : network.branches) {
-        links_.push_back(zero ? zeroLink(b) : Link{b.from.value, b.to.value, b.z1, true});
+        links_.push_back(zero ? zeroLink(b) : Link{b.from.value, b.to.value, b.z1, true, 1 / b.ratio});
     }
     for (const Source& s : network.sources) {
         if (!zero || s.grounded) shunts_.push_back({s.bus.value, 1.0 / (zero ? s.z0 : s.z1)});

@@ -16,17 +16,17 @@ constexpr std::size_t kKeptValues = std::size_t{1} << 22;
 constexpr std::size_t kKeptVariants = 256;
 
 void addPair(std::vector<SymmetricEntry>& entries, const Link& a, const Link& b, Complex y) {
-    for (const auto& [i, signI] : {std::pair{a.from, 1.0}, std::pair{a.to, -1.0}}) {
-        for (const auto& [j, signJ] : {std::pair{b.from, 1.0}, std::pair{b.to, -1.0}}) {
+    for (const auto& [i, signI] : {std::pair{a.from, a.gain}, std::pair{a.to, -1.0}}) {
+        for (const auto& [j, signJ] : {std::pair{b.from, b.gain}, std::pair{b.to, -1.0}}) {
             if (i >= 0 && j >= 0) entries.push_back({i, j, y * (signI * signJ * (i == j ? 2.0 : 1.0))});
         }
     }
 }
 
 void addSelf(std::vector<SymmetricEntry>& entries, const Link& link, Complex y) {
-    if (link.from >= 0) entries.push_back({link.from, link.from, y});
+    if (link.from >= 0) entries.push_back({link.from, link.from, y * (link.gain * link.gain)});
     if (link.to >= 0) entries.push_back({link.to, link.to, y});
-    if (link.from >= 0 && link.to >= 0) entries.push_back({link.from, link.to, -y});
+    if (link.from >= 0 && link.to >= 0) entries.push_back({link.from, link.to, -y * link.gain});
 }
 
 double largestEntry(const Matrix& m) {
@@ -59,7 +59,7 @@ struct SequenceNetwork::Update {
 
 void addDifference(BusWeights& weights, const Link& link, Complex weight) {
     if (weight == Complex{}) return;
-    if (link.from >= 0) weights.emplace_back(link.from, weight);
+    if (link.from >= 0) weights.emplace_back(link.from, weight * link.gain);
     if (link.to >= 0) weights.emplace_back(link.to, -weight);
 }
 
@@ -110,6 +110,20 @@ void SequenceNetwork::startFromInjection() {
 Complex SequenceNetwork::prefault(int bus) const {
     if (!islands_->live(bus)) return {};
     return prefault_.empty() ? Complex{1} : prefault_[at(bus)];
+}
+
+ComplexVector SequenceNetwork::prefaultCurrents() const {
+    const auto& links = elements_->links();
+    ComplexVector result(2 * links.size());
+    if (startsFlat()) return result;
+    for (int k = 0; k < static_cast<int>(links.size()); ++k) {
+        const Link& link = links[at(k)];
+        if (!conducts(k)) continue;
+        const Complex i = (link.gain * prefault(link.from) - prefault(link.to)) / link.z;
+        result[2 * at(k)] = link.gain * i;
+        result[2 * at(k) + 1] = -i;
+    }
+    return result;
 }
 
 bool SequenceNetwork::conducts(int branch) const {

@@ -23,6 +23,8 @@ struct Link {
     int from = -1, to = -1;  ///< buses; -1 ground
     Complex z;
     bool conducts = false;
+    /// One over the turns ratio: i = (gain V_from - V_to) / z flows, gain i of it into the I end.
+    double gain = 1;
 };
 
 /// A shunt element: admittance from a bus to ground.
@@ -107,6 +109,10 @@ class SequenceNetwork : public std::enable_shared_from_this<SequenceNetwork> {
     [[nodiscard]] std::shared_ptr<const ComplexVector> column(int bus) const;
     /// Voltage before the fault.
     [[nodiscard]] Complex prefault(int bus) const;
+    /// Current into each branch end before the fault, by branch and end (2 x branch, I first); uncoupled sequences.
+    [[nodiscard]] ComplexVector prefaultCurrents() const;
+    /// Whether no current flows before the fault: every live bus stands at 1.0 whatever the turns ratios.
+    [[nodiscard]] bool startsFlat() const { return prefault_.empty(); }
     /// Whether the factors are those of this very network and not an update of another.
     [[nodiscard]] bool refactorised() const { return !base_; }
 
@@ -137,7 +143,7 @@ class SequenceNetwork : public std::enable_shared_from_this<SequenceNetwork> {
     mutable std::map<std::vector<int>, std::shared_ptr<const SequenceNetwork>> variants_;
 };
 
-/// Adds weight x (voltage of from - voltage of to).
+/// Adds weight x (gain x voltage of from - voltage of to).
 void addDifference(BusWeights& weights, const Link& link, Complex weight);
 Complex weighted(const BusWeights& weights, const ComplexVector& voltages);
 

@@ -44,6 +44,7 @@ class PhaseWitness {
     struct Stamp {
         int a, b;
         Complex y1, y0;
+        double gain = 1;  // of the ideal transformer at a
     };
     static Complex narrow(Long z) { return {static_cast<double>(z.real()), static_cast<double>(z.imag())}; }
     static std::size_t at(int i) { return static_cast<std::size_t>(i); }
@@ -102,8 +103,9 @@ class PhaseWitness {
 
     void stamp(const exchange::NetTransformer& t, int a, int b) {
         const Complex y1 = 1.0 / Complex{t.r1, t.x1}, y0 = 1.0 / Complex{t.r0, t.x0};
-        stamps_.push_back({a, b, y1, t.zcType == 3 ? y0 : 0});
-        if (t.zcType == 1) stamps_.push_back({a, -1, 0, y0});
+        const double gain = 1 / network_.branches[at(network_.branchById.find(t.idNo)->second)].ratio;
+        stamps_.push_back({a, b, y1, t.zcType == 3 ? y0 : 0, gain});
+        if (t.zcType == 1) stamps_.push_back({a, -1, 0, y0, gain});
         if (t.zcType == 2) stamps_.push_back({b, -1, 0, y0});
     }
 
@@ -212,11 +214,12 @@ class PhaseWitness {
                 addFault(e);
         }
         for (const Stamp& s : stamps_) {
-            addSequenceAdmittance(3 * s.a, 3 * s.a, s.y1, s.y0);
+            const double g = s.gain;
+            addSequenceAdmittance(3 * s.a, 3 * s.a, g * g * s.y1, g * g * s.y0);
             if (s.b < 0) continue;
             addSequenceAdmittance(3 * s.b, 3 * s.b, s.y1, s.y0);
-            addSequenceAdmittance(3 * s.a, 3 * s.b, -s.y1, -s.y0);
-            addSequenceAdmittance(3 * s.b, 3 * s.a, -s.y1, -s.y0);
+            addSequenceAdmittance(3 * s.a, 3 * s.b, -g * s.y1, -g * s.y0);
+            addSequenceAdmittance(3 * s.b, 3 * s.a, -g * s.y1, -g * s.y0);
         }
         for (const auto& g : data_.generators) {
             const int row = 3 * nodeOf_[g.no];

@@ -42,6 +42,34 @@ class Dice {
         return rows;
     }
 
+    /// Off-nominal turns ratios, and a load flow that is the state of the sources alone: what a witness that starts
+    /// from the sources' voltages sees.
+    void changeRatios(const Grid& grid, Network& network) {
+        for (auto& b : network.branches) {
+            if (b.kind != exchange::BranchKind::Line) b.ratio = between(.8, 1.2);
+        }
+        const PhaseWitness before(grid.data, network, {});
+        for (auto& b : network.buses) b.voltage = before.voltage(b.no.value, 0);
+        for (auto& s : network.sources) {
+            const Complex v = network.buses[static_cast<std::size_t>(s.bus.value)].voltage;
+            s.power = v * std::conj((1.0 - v) / s.z1);
+        }
+        network.loadFlow = true;
+    }
+    /// An open at a terminal of a transformer, with or without a fault behind it. Where the zero sequence does not
+    /// pass, the displacement behind an open of single phases is anybody's.
+    void addAtTransformer(const Network& network, std::vector<Condition>& rows) {
+        const int id = 201 + upTo(3), group = 4;
+        if (network.branches[static_cast<std::size_t>(branch(network, id).value)].zeroPath !=
+            engines::ZeroPath::Through)
+            return;
+        const double place = upTo(2) ? 100 : 0;
+        const Complex across = upTo(2) ? Complex{kOpen, kOpen} : impedance(.5);
+        rows.push_back(along(network, id, place, static_cast<FaultKind>(5 + upTo(3)), across, group));
+        if (upTo(2))
+            rows.push_back(along(network, id, place, static_cast<FaultKind>(1 + upTo(4)), impedance(.05), group));
+    }
+
   private:
     void add(const Network& network, int group, std::vector<Condition>& rows) {
         static const double places[] = {0, 1, 24, 50, 76, 99, 100};
@@ -112,4 +140,51 @@ TEST(PhaseWitness, AgreesOnRandomNetworksWithSimultaneousFaultsOpensAndOutages) 
         ++compared;
     }
     EXPECT_GT(compared, 400);
+}
+
+TEST(PhaseWitness, AgreesWithOffNominalTurnsRatiosUnderLoad) {
+    int compared = 0;
+    for (unsigned seed = 1; seed <= 200; ++seed) {
+        Dice dice(seed);
+        const Grid grid = dice.grid();
+        Network network = grid.network();
+        dice.changeRatios(grid, network);
+        std::vector<Condition> rows = dice.conditions(network);
+        if (seed % 2) dice.addAtTransformer(network, rows);
+        const auto solution = ModeNetwork(network, {}).solve(rows);
+        if (solution.dead()) continue;
+        const PhaseWitness witness(grid.data, network, rows);
+        EXPECT_LT(difference(grid, network, solution, witness), 1e-6) << "seed " << seed << '\n' << text(network, rows);
+        ++compared;
+    }
+    EXPECT_GT(compared, 160);
+}
+
+// The same transformer with a bus at the place of the fault; currents there are per unit of the nearer end.
+TEST(FaultStudy, AFaultInsideATransformerWithATurnsRatioIsThatAtABusInItsPlace) {
+    const Complex z1{.01, .1}, z0{.02, .13};
+    const auto between = [&](Grid grid, double x) {
+        grid.bus(3, 100).transformer(1, 1, 3, x * z1, x * z0, 3).transformer(2, 3, 2, (1 - x) * z1, (1 - x) * z0, 3);
+        Network network = grid.network();
+        network.branches[0].ratio = 1.1;
+        return network;
+    };
+    const Grid ends = Grid(2).source(1, {.01, .2}, {.01, .15}).source(2, {.01, .3}, {.02, .3});
+    Network whole = Grid(ends).transformer(1, 1, 2, z1, z0, 3).network();
+    whole.branches[0].ratio = 1.1;
+    for (const double x : {.3, .8}) {
+        const Network split = between(ends, x);
+        const double scale = x < .5 ? 1.1 : 1;
+        for (const auto kind : {FaultKind::PhaseAGround, FaultKind::PhaseBCGround}) {
+            const Condition inside = along(whole, 1, 100 * x, kind, {.02 * scale * scale, 0}),
+                            atNode = atBus(split, 3, kind, {.02, 0});
+            const ModeNetwork mode(whole, {}), splitMode(split, {});
+            const auto a = mode.solve({&inside, 1}), b = splitMode.solve({&atNode, 1});
+            // 1.0 before the fault on the nearer end's own base.
+            EXPECT_LT(std::abs(scale * scale * a.faultCurrent().zero - b.faultCurrent().zero), 1e-9);
+            EXPECT_LT(std::abs(scale * a.current({0}, End::I).zero - b.current({0}, End::I).zero), 1e-9);
+            EXPECT_LT(std::abs(scale * a.current({0}, End::J).negative - b.current({1}, End::J).negative), 1e-9);
+            EXPECT_GT(std::abs(b.current({1}, End::J).negative), .1);
+        }
+    }
 }

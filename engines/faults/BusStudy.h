@@ -1,0 +1,69 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "engines/faults/FaultStudy.h"
+
+/// Faults at every bus of one operating mode from a selected inverse of its sequence networks: nothing is solved per
+/// bus, each answer costs a few operations.
+namespace engines {
+
+/// A shunt fault at a bus, solved; per unit.
+struct BusFault {
+    BusIndex bus;
+    Sequences current;  ///< into the fault
+    Sequences voltage;  ///< at the bus
+    bool dead = false;  ///< no path to a source: everything is zero
+};
+
+class BusStudy {
+  public:
+    /// \param mode     outlives the study
+    /// \param threads  0: as many as the machine has; the results do not depend on it
+    explicit BusStudy(const ModeNetwork& mode, int threads = 1);
+
+    /// Driving-point impedance, per unit; infinite without a path to a shunt element of the sequence.
+    [[nodiscard]] Complex impedance(Sequence sequence, BusIndex bus) const;
+    /// \param kind  a shunt kind; \param z  of the fault, per unit, as in Condition
+    [[nodiscard]] BusFault fault(BusIndex bus, FaultKind kind, Complex z = {}) const;
+
+    /// The branch ends at a bus, by branch.
+    [[nodiscard]] std::span<const BranchEnd> ends(BusIndex bus) const;
+    /// The sources at a bus: places in Network::sources, ascending.
+    [[nodiscard]] std::span<const int> sources(BusIndex bus) const;
+    /// Current into a branch at its end at the faulted bus, per unit.
+    [[nodiscard]] Sequences current(const BusFault& fault, BranchEnd end) const;
+    /// Voltage of the bus at the other end of that branch, per unit.
+    [[nodiscard]] Sequences farVoltage(const BusFault& fault, BranchEnd end) const;
+    /// Current of a source at the faulted bus into the network, per unit.
+    [[nodiscard]] Sequences sourceCurrent(const BusFault& fault, int source) const;
+
+  private:
+    /// What one sequence network answers; by bus, by branch, or by branch and end (2 x branch, I first).
+    struct Answers {
+        std::vector<Complex> driving;   ///< impedance of a bus; what is held fictitiously where it floats
+        std::vector<char> live;         ///< by bus
+        std::vector<int> island;        ///< by bus
+        std::vector<Complex> transfer;  ///< impedance between the two ends of a branch
+        std::vector<Complex> share;     ///< current into a branch end for a unit of fault current at its bus
+    };
+    /// Lists of things at a bus, one after the other.
+    template <class T>
+    struct AtBus {
+        std::vector<int> start;
+        std::vector<T> items;
+        [[nodiscard]] std::span<const T> of(BusIndex bus) const;
+    };
+    void listEnds();
+    void listSources();
+
+    const ModeNetwork* mode_;
+    Answers positive_, zero_;
+    std::vector<Complex> before_;       ///< voltage of a bus before the fault
+    std::vector<Complex> beforeAtEnd_;  ///< current into a branch end before the fault; empty at a flat start
+    AtBus<BranchEnd> ends_;
+    AtBus<int> sources_;
+};
+
+}  // namespace engines
