@@ -19,12 +19,24 @@ struct Row {
 
 [[noreturn]] void fail(Row row, const std::string& what) { throw exchange::FormatError(row.file, row.line, what); }
 
-std::string branchName(int idNo) { return "branch " + std::to_string(idNo); }
+/// An element in a message, put together only when there is one.
+struct Owner {
+    const char* kind;
+    int number = 0;
+    const std::string* name = nullptr;  // instead of a number
+    const char* addition = "";
+    [[nodiscard]] std::string text() const {
+        return std::string(kind) + " " + (name ? *name : std::to_string(number)) + addition;
+    }
+    [[nodiscard]] Owner with(const char* words) const { return {kind, number, name, words}; }
+};
 
-Complex impedance(Row row, double r, double x, const std::string& owner) {
+constexpr char kZeroSequence[] = " (zero sequence)";
+
+Complex impedance(Row row, double r, double x, const Owner& owner) {
     const Complex z{r, x};
-    if (!std::isfinite(r) || !std::isfinite(x)) fail(row, "impedance of " + owner + " is not finite");
-    if (z == Complex{}) fail(row, "impedance of " + owner + " is zero");
+    if (!std::isfinite(r) || !std::isfinite(x)) fail(row, "impedance of " + owner.text() + " is not finite");
+    if (z == Complex{}) fail(row, "impedance of " + owner.text() + " is zero");
     return z;
 }
 
@@ -44,9 +56,13 @@ ZeroPath zeroPath(int zcType) {
 /// Fills a network element by element; the look-ups are complete as soon as an element is in.
 class Builder {
   public:
-    explicit Builder(bool loadFlow) {
-        network_.loadFlow = loadFlow;
+    explicit Builder(const exchange::NetworkData& data) {
+        network_.loadFlow = data.loadFlow;
         network_.orderings = std::make_shared<OrderingCache>();
+        network_.buses.reserve(data.buses.size());
+        network_.busByNo.reserve(data.buses.size());
+        network_.branches.reserve(data.lines.size() + data.transformers.size());
+        network_.branchById.reserve(data.lines.size() + data.transformers.size());
     }
 
     void add(Row row, const exchange::NetBus& bus);
@@ -58,7 +74,7 @@ class Builder {
     Network take() { return std::move(network_); }
 
   private:
-    BusIndex busOf(Row row, int no, const std::string& owner) const;
+    BusIndex busOf(Row row, int no, const Owner& owner) const;
     BranchIndex lineOf(Row row, int idNo) const;
     void addBranch(Row row, Branch branch, int iNo, int jNo);
 
@@ -75,16 +91,17 @@ void Builder::add(Row row, const exchange::NetBus& bus) {
     network_.buses.push_back({{bus.no}, bus.baseKv, voltage, bus.vMinKv, false, bus.name});
 }
 
-BusIndex Builder::busOf(Row row, int no, const std::string& owner) const {
+BusIndex Builder::busOf(Row row, int no, const Owner& owner) const {
     const BusIndex index = network_.bus({no});
-    if (index.value < 0) fail(row, owner + " stands at bus " + std::to_string(no) + ", which does not exist");
+    if (index.value < 0) fail(row, owner.text() + " stands at bus " + std::to_string(no) + ", which does not exist");
     return index;
 }
 
 void Builder::addBranch(Row row, Branch branch, int iNo, int jNo) {
-    branch.from = busOf(row, iNo, branchName(branch.idNo));
-    branch.to = busOf(row, jNo, branchName(branch.idNo));
-    if (branch.from == branch.to) fail(row, branchName(branch.idNo) + " has both ends at bus " + std::to_string(iNo));
+    const Owner name{"branch", branch.idNo};
+    branch.from = busOf(row, iNo, name);
+    branch.to = busOf(row, jNo, name);
+    if (branch.from == branch.to) fail(row, name.text() + " has both ends at bus " + std::to_string(iNo));
     network_.branchById.emplace(branch.idNo, static_cast<int>(network_.branches.size()));
     network_.branches.push_back(branch);
 }
@@ -92,8 +109,9 @@ void Builder::addBranch(Row row, Branch branch, int iNo, int jNo) {
 void Builder::add(Row row, const exchange::NetLine& line) {
     Branch branch;
     branch.idNo = line.idNo;
-    branch.z1 = impedance(row, line.r1, line.x1, branchName(line.idNo));
-    branch.z0 = impedance(row, line.r0, line.x0, branchName(line.idNo) + " (zero sequence)");
+    const Owner name{"branch", line.idNo};
+    branch.z1 = impedance(row, line.r1, line.x1, name);
+    branch.z0 = impedance(row, line.r0, line.x0, name.with(kZeroSequence));
     branch.lengthKm = line.lengthKm;
     branch.ratedA = line.ratedA;
     branch.maxLoadA = line.maxLoadA;
@@ -102,7 +120,7 @@ void Builder::add(Row row, const exchange::NetLine& line) {
 
 void Builder::add(Row row, const exchange::NetTransformer& transformer) {
     Branch branch;
-    const std::string name = branchName(transformer.idNo);
+    const Owner name{"branch", transformer.idNo};
     const bool winding = transformer.kind > 30;
     branch.idNo = transformer.idNo;
     branch.kind = winding ? BranchKind::Winding : BranchKind::Transformer;
@@ -111,7 +129,7 @@ void Builder::add(Row row, const exchange::NetTransformer& transformer) {
     branch.zeroPath = zeroPath(transformer.zcType);
     branch.z0 = branch.zeroPath == ZeroPath::None
                     ? Complex{transformer.r0, transformer.x0}
-                    : impedance(row, transformer.r0, transformer.x0, name + " (zero sequence)");
+                    : impedance(row, transformer.r0, transformer.x0, name.with(kZeroSequence));
     branch.ratedMva = transformer.ratedMva;
     branch.ratedKvI = transformer.ratedKvI;
     branch.ratedKvJ = transformer.ratedKvJ;
@@ -121,13 +139,13 @@ void Builder::add(Row row, const exchange::NetTransformer& transformer) {
 }
 
 void Builder::add(Row row, const exchange::NetGenerator& generator) {
-    const std::string name = "generator " + generator.name;
+    const Owner name{"generator", 0, &generator.name};
     Source source;
     source.name = generator.name;
     source.bus = busOf(row, generator.no, name);
     source.z1 = impedance(row, generator.r1, generator.x1, name);
     source.grounded = generator.grounded;
-    if (generator.grounded) source.z0 = impedance(row, generator.r0, generator.x0, name + " (zero sequence)");
+    if (generator.grounded) source.z0 = impedance(row, generator.r0, generator.x0, name.with(kZeroSequence));
     source.ratedMva = generator.ratedMva;
     source.ratedKv = generator.ratedKv;
     source.power = Complex{generator.pMw, generator.qMvar} / 100.0;
@@ -135,11 +153,11 @@ void Builder::add(Row row, const exchange::NetGenerator& generator) {
 }
 
 void Builder::add(Row row, const exchange::NetShunt& shunt) {
-    const std::string name = "shunt " + std::to_string(shunt.idNo);
+    const Owner name{"shunt", shunt.idNo};
     const BusIndex bus = busOf(row, shunt.no, name);
     network_.shunts.push_back(shunt);
     if (!shunt.grounded || !(shunt.x1 > 0)) return;
-    network_.zeroShunts.push_back({bus, impedance(row, shunt.r0, shunt.x0, name + " (zero sequence)"), shunt.idNo});
+    network_.zeroShunts.push_back({bus, impedance(row, shunt.r0, shunt.x0, name.with(kZeroSequence)), shunt.idNo});
 }
 
 BranchIndex Builder::lineOf(Row row, int idNo) const {
@@ -154,20 +172,21 @@ void Builder::add(Row row, const exchange::NetMutual& mutual) {
     Mutual result;
     result.first = lineOf(row, mutual.firstId);
     result.second = lineOf(row, mutual.secondId);
-    const std::string name = "lines " + std::to_string(mutual.firstId) + " and " + std::to_string(mutual.secondId);
-    if (result.first == result.second) fail(row, "mutual impedance of a line with itself: " + name);
+    const std::string both = std::to_string(mutual.firstId) + " and " + std::to_string(mutual.secondId);
+    const Owner name{"lines", 0, &both};
+    if (result.first == result.second) fail(row, "mutual impedance of a line with itself: " + name.text());
     result.opposite = mutual.sense < 0;
-    result.z0 = impedance(row, mutual.r0, mutual.x0, name + " (mutual)") * (result.opposite ? -1.0 : 1.0);
+    result.z0 = impedance(row, mutual.r0, mutual.x0, name.with(" (mutual)")) * (result.opposite ? -1.0 : 1.0);
     result.firstFrom = mutual.firstFrom;
     result.firstTo = mutual.firstTo;
     result.secondFrom = mutual.secondFrom;
     result.secondTo = mutual.secondTo;
     if (!(result.firstFrom < result.firstTo && result.secondFrom < result.secondTo)) {
-        fail(row, "coupled stretch without length: " + name);
+        fail(row, "coupled stretch without length: " + name.text());
     }
     const auto self = [&](BranchIndex k) { return std::abs(network_.branches[static_cast<std::size_t>(k.value)].z0); };
     if (std::norm(result.z0) >= self(result.first) * self(result.second)) {
-        fail(row, "mutual impedance above that of the lines themselves: " + name);
+        fail(row, "mutual impedance above that of the lines themselves: " + name.text());
     }
     network_.mutuals.push_back(result);
 }
@@ -197,7 +216,7 @@ int Network::source(const std::string& name) const {
 }
 
 Network buildNetwork(const exchange::NetworkData& data) {
-    Builder builder(data.loadFlow);
+    Builder builder(data);
     const auto addAll = [&](const char* file, const auto& elements) {
         int line = 1;  // that of the head of the table
         for (const auto& element : elements) builder.add({file, ++line}, element);
