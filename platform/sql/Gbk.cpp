@@ -33,6 +33,15 @@ bool fitsGbk(const QString& text) {
     return bytes.size() == text.size() + wide;  // every character in one or two bytes, as in the database
 }
 
+QString cutToGbk(const QString& text, int bytes) {
+    qsizetype taken = 0, kept = 0;
+    for (; kept < text.size(); ++kept) {
+        taken += text[kept].unicode() < 0x80 ? 1 : 2;
+        if (taken > bytes) break;
+    }
+    return text.left(kept);
+}
+
 QString whyNotStorable(const QString& text, int maxLength) {
     for (const QChar character : text)
         if (isControl(character)) return QStringLiteral("含有控制字符");

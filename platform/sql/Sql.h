@@ -95,6 +95,8 @@ QString whyNotStorable(const QString& text, int maxLength);
 QByteArray toGbk(const QString& text);
 QString fromGbk(const QByteArray& bytes);
 bool fitsGbk(const QString& text);
+/// The longest beginning of a text that takes at most so many bytes in GBK.
+QString cutToGbk(const QString& text, int bytes);
 
 /// An identifier (database, table) in backticks.
 QString quotedName(const QString& name);

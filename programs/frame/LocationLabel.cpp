@@ -1,6 +1,6 @@
 #include "programs/frame/LocationLabel.h"
 
-QString locationLabel(int rType, const QString& idName, const QString& iName, const QString& jName, int side) {
+QString knownLocationLabel(int rType, const QString& idName, const QString& iName, const QString& jName, int side) {
     const QString& node = side == 1 ? iName : jName;
     switch (rType) {
         case 0:
@@ -19,6 +19,11 @@ QString locationLabel(int rType, const QString& idName, const QString& iName, co
         case 13:
             return idName + "开关 ";
         default:
-            return idName + " ";
+            return {};
     }
+}
+
+QString locationLabel(int rType, const QString& idName, const QString& iName, const QString& jName, int side) {
+    const QString label = knownLocationLabel(rType, idName, iName, jName, side);
+    return label.isEmpty() ? idName + " " : label;
 }

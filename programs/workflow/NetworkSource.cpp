@@ -46,13 +46,6 @@ struct HeaderReader {
     }
 };
 
-/// At most so many bytes of a text, without half a character.
-QString cut(const QString& text, int bytes) {
-    QString shorter = text;
-    while (sql::toGbk(shorter).size() > bytes) shorter.chop(1);
-    return shorter;
-}
-
 /// Runs a header query onto its only row.
 bool onHeader(sql::Query& query, const char* text, const QVariantList& values, const QString& kind) {
     if (!query.quietly().exec(text, values)) {
@@ -84,18 +77,19 @@ bool NetworkSource::differs(int mlf, int lfCase, const QString& scheme) const {
 bool NetworkSource::SwitchNetwork(int mlf, int lfCase, const QString& scheme) {
     if (!differs(mlf, lfCase, scheme)) return false;
     setLoaded(mlf, lfCase, scheme);
-    sql::Query().exec("TRUNCATE TABLE RLY_RRBRANCH_TEM");
     const int n = std::max(lfCase, 0);
     CNetDataCal netData;
     CCaseCal caseCal;
     caseCal.setDatabase(&fdb_);
-    netData.ConvertCaseData(n, scheme, mlf, &fdb_);
-    netData.BuildBranchTable(n);
-    fdb_.commit();
+    whole_ = sql::Query().exec("TRUNCATE TABLE RLY_RRBRANCH_TEM");
+    whole_ = netData.ConvertCaseData(n, scheme, mlf, &fdb_) && whole_;
+    whole_ = netData.BuildBranchTable(n) && whole_;
+    whole_ = fdb_.commit() && whole_;
     caseCal.AnalyzeTopology();
-    netData.NumberBranchNodes();
-    fdb_.commit();
+    whole_ = netData.NumberBranchNodes() && whole_;
+    whole_ = fdb_.commit() && whole_;
     BranchTable::invalidate();
+    if (!whole_) setLoaded(-1, 0, {});  // neither network stands there: the next switch builds it anew
     return true;
 }
 
@@ -117,7 +111,7 @@ bool NetworkSource::loadStabilityHeader() {
     record.case_no = 0;
     record.calculate = -1.0;
     record.accuracy = 0.0005;
-    record.note = cut(record.note, 100);
+    record.note = sql::cutToGbk(record.note, 100);
     return fdb_.commit() && replaceHeader(fdb_, record);
 }
 

@@ -16,6 +16,8 @@ class NetworkSource {
     /// Brings the network of a load-flow case or scheme into the branch table and the real-time database, unless it
     /// stands there already. \return true when it was built anew
     bool SwitchNetwork(int mlf, int lfCase, const QString& scheme);
+    /// Whether every step of the last switch succeeded; if not, the tables hold neither network.
+    [[nodiscard]] bool isWhole() const { return whole_; }
     /// Those of the relays whose place is not in the network that stands there.
     [[nodiscard]] static QVector<int> relaysOutside(const QVector<int>& relays);
     /// Brings the headers of the stability case and of the load-flow case (0 when negative) into the real-time
@@ -31,4 +33,5 @@ class NetworkSource {
     int mlf_ = -1;
     int lfCase_ = 0;
     QString scheme_;
+    bool whole_ = true;
 };

@@ -1,0 +1,70 @@
+#include "programs/frame/WinDlgLogIn.h"
+
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "programs/frame/Messages.h"
+#include "programs/frame/UserStore.h"
+
+int WinDlgLogIn::iLogIn_User_PurView = -1;
+
+WinDlgLogIn::WinDlgLogIn(QWidget* parent, const char* name, bool modal, Qt::WindowFlags flags)
+    : QDialog(parent, flags),
+      textLabel_PassWord(new QLabel(this)),
+      lineEdit_PassWord(new QLineEdit(this)),
+      pushButton_Ensure(new QPushButton(this)),
+      pushButton_Cancel(new QPushButton(this)) {
+    setObjectName(name ? name : "WinDlgLogIn");
+    setModal(modal);
+    textLabel_PassWord->setObjectName("textLabel_PassWord");
+    lineEdit_PassWord->setObjectName("lineEdit_PassWord");
+    pushButton_Ensure->setObjectName("pushButton_Ensure");
+    pushButton_Cancel->setObjectName("pushButton_Cancel");
+    textLabel_PassWord->setBuddy(lineEdit_PassWord);
+    lineEdit_PassWord->setEchoMode(QLineEdit::Password);
+    lineEdit_PassWord->setMinimumWidth(180);
+    pushButton_Ensure->setDefault(true);
+
+    auto* form = new QFormLayout;
+    form->addRow(textLabel_PassWord, lineEdit_PassWord);
+    auto* buttons = new QDialogButtonBox(this);
+    buttons->addButton(pushButton_Ensure, QDialogButtonBox::AcceptRole);
+    buttons->addButton(pushButton_Cancel, QDialogButtonBox::RejectRole);
+    auto* rows = new QVBoxLayout(this);
+    rows->addLayout(form);
+    rows->addStretch();
+    rows->addWidget(buttons);
+    languageChange();
+
+    connect(pushButton_Ensure, &QPushButton::clicked, this, &WinDlgLogIn::PushButton_Ok_Clicked);
+    connect(pushButton_Cancel, &QPushButton::clicked, this, &WinDlgLogIn::PushButton_Cancel_Clicked);
+}
+
+void WinDlgLogIn::languageChange() {
+    setWindowTitle(tr("继电保护模块用户登录"));
+    textLabel_PassWord->setText(tr("请输入密码:"));
+    pushButton_Ensure->setText(tr("确定"));
+    pushButton_Cancel->setText(tr("取消"));
+}
+
+void WinDlgLogIn::PushButton_Ok_Clicked() {
+    const std::optional<int> right = UserStore::logIn(lineEdit_PassWord->text());
+    if (!right) {
+        ReportError(tr("密码错误"), 0);
+        lineEdit_PassWord->setFocus();
+        return lineEdit_PassWord->selectAll();
+    }
+    iLogIn_User_PurView = *right;
+    accept();
+}
+
+void WinDlgLogIn::PushButton_Cancel_Clicked() { reject(); }
+
+void WinDlgLogIn::reject() {
+    iLogIn_User_PurView = 0;
+    QDialog::reject();
+}

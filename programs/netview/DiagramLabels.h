@@ -1,0 +1,14 @@
+#pragma once
+
+class dbDatabase;
+
+/// What labels tell beside the display table.
+struct LabelOptions {
+    bool relayTypes = false;     ///< settings stand below the name of their relay type
+    bool inNetworkOnly = false;  ///< branches and elements outside the branch table get no label
+};
+
+/// Turns the relays of the project into labels of the diagram, as the display table asks: none, the relay types of each
+/// location, or their settings, one line per part. \param realTime  the labels are committed to it
+/// \return false when the display table asks for something else; the labels are then off and the host is not to be told
+bool refreshLabels(dbDatabase& realTime, const LabelOptions& options);

@@ -1,0 +1,80 @@
+#include "programs/netview/WinDlgDspRly.h"
+
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "programs/netview/SettingNames.h"
+
+int WinDlgDspRly::iSelRTypeNo = -1;
+
+namespace {
+
+constexpr int kAll = -1;
+
+}  // namespace
+
+WinDlgDspRly::WinDlgDspRly(QWidget* parent)
+    : QDialog(parent),
+      listBox_RlyType(new QListWidget(this)),
+      lineEdit_RlyType(new QLineEdit(this)),
+      pushButton_Ensure(new QPushButton(this)),
+      pushButton_Cancel(new QPushButton(this)) {
+    setObjectName("WinDlgDspRly");
+    listBox_RlyType->setObjectName("listBox_RlyType");
+    lineEdit_RlyType->setObjectName("lineEdit_RlyType");
+    pushButton_Ensure->setObjectName("pushButton_Ensure");
+    pushButton_Cancel->setObjectName("pushButton_Cancel");
+    lineEdit_RlyType->setReadOnly(true);
+    lineEdit_RlyType->setFocusPolicy(Qt::NoFocus);
+    pushButton_Ensure->setDefault(true);
+    layOut();
+    languageChange();
+    connect(listBox_RlyType, &QListWidget::currentRowChanged, this, &WinDlgDspRly::ListBox_selected);
+    connect(listBox_RlyType, &QListWidget::itemDoubleClicked, this, &WinDlgDspRly::PushButton_Ensure_clicked);
+    connect(pushButton_Ensure, &QPushButton::clicked, this, &WinDlgDspRly::PushButton_Ensure_clicked);
+    connect(pushButton_Cancel, &QPushButton::clicked, this, &WinDlgDspRly::PushButton_Cancel_clicked);
+    fill();
+}
+
+void WinDlgDspRly::layOut() {
+    auto* buttons = new QDialogButtonBox(this);
+    buttons->addButton(pushButton_Ensure, QDialogButtonBox::AcceptRole);
+    buttons->addButton(pushButton_Cancel, QDialogButtonBox::RejectRole);
+    auto* rows = new QVBoxLayout(this);
+    rows->addWidget(lineEdit_RlyType);
+    rows->addWidget(listBox_RlyType);
+    rows->addWidget(buttons);
+    setMinimumSize(240, 240);
+    resize(290, 370);
+}
+
+void WinDlgDspRly::languageChange() {
+    setWindowTitle(tr("保护类型选择"));
+    pushButton_Ensure->setText(tr("确定"));
+    pushButton_Cancel->setText(tr("取消"));
+}
+
+void WinDlgDspRly::fill() {
+    const auto add = [this](const QString& text, int type) {
+        auto* item = new QListWidgetItem(text, listBox_RlyType);
+        item->setData(Qt::UserRole, type);
+        if (type == iSelRTypeNo || type == kAll) listBox_RlyType->setCurrentItem(item);
+    };
+    add(tr("全部"), kAll);
+    for (const NamedType& type : SettingNames::types()) add(type.RTypeCode, type.RTypeNo);
+    listBox_RlyType->setFocus();
+}
+
+void WinDlgDspRly::ListBox_selected(int row) {
+    if (const QListWidgetItem* item = listBox_RlyType->item(row)) lineEdit_RlyType->setText(item->text());
+}
+
+void WinDlgDspRly::PushButton_Ensure_clicked() {
+    if (const QListWidgetItem* item = listBox_RlyType->currentItem()) iSelRTypeNo = item->data(Qt::UserRole).toInt();
+    accept();
+}
+
+void WinDlgDspRly::PushButton_Cancel_clicked() { reject(); }
