@@ -10,7 +10,6 @@
 #include "programs/engine/RunPreparation.h"
 #include "programs/engine/Sensitivity.h"
 #include "programs/frame/Messages.h"
-#include "programs/workflow/RunShadows.h"
 
 RunSession::RunSession(const CaseNode& node, const CalculationPlaces& places)
     : case_(node), places_(places), wording_(node.RTypeNo) {
@@ -49,7 +48,7 @@ QList<EngineProcess*> RunSession::processes() const {
 bool RunSession::open() {
     for (const char* name : {"RELAY.RP1", "RELAY.RP2", "RELAY.RP3", "RELAY.RP4", "RELAY.RP5"})
         QFile::remove(places_.workDir + name);
-    return RunShadows::build();
+    return shadows_.open();
 }
 
 bool RunSession::PrepareRun(Run run) {
@@ -179,12 +178,8 @@ void RunSession::end(bool complete) {
 
 bool RunSession::ensure() {
     if (state_ != State::Idle) return false;
-    RunShadows::drop();
+    shadows_.commit();
     return !toStore_ || RulesWithoutResult::store(places_.workDir, case_.Case_No, *toStore_);
 }
 
-bool RunSession::cancel() {
-    if (state_ != State::Idle || !RunShadows::restore()) return false;
-    RunShadows::drop();
-    return true;
-}
+bool RunSession::cancel() { return state_ == State::Idle && shadows_.restore(); }

@@ -7,6 +7,7 @@
 #include "programs/workflow/CalculationStart.h"
 #include "programs/workflow/CoordinationSearch.h"
 #include "programs/workflow/RulesWithoutResult.h"
+#include "programs/workflow/RunShadows.h"
 
 class CAutoCalFlow;
 class CHandCalFlow;
@@ -76,6 +77,7 @@ class RunSession : public QObject {
 
     CaseNode case_;
     CalculationPlaces places_;
+    EditSession shadows_{RunShadows::owner, RunShadows::tables(), RunShadows::suffix};
     std::unique_ptr<CHandCalFlow> hand_;
     std::unique_ptr<CAutoCalFlow> auto_;
     std::unique_ptr<CKlmCalFlow> klm_;

@@ -1,8 +1,16 @@
 #pragma once
 
-/// Copies of the working tables as they stood when a run window opened. A restore is one transaction and needs every
-/// copy to exist.
+#include <QVector>
+
+#include "programs/frame/EditSession.h"
+
+/// Copies of the working tables as they stood when a run window opened.
 namespace RunShadows {
+
+/// The session of a run: nine tables.
+inline const QString owner = QStringLiteral("WinDlgRlyCal");
+inline const QString suffix = QStringLiteral("_TEM_TM");
+const QVector<EditSession::Table>& tables();
 
 /// Claims the runs of the project for this program until its connection ends, however it ends.
 /// \return false when another program still has the claim after some seconds
@@ -11,9 +19,5 @@ bool claim();
 /// claim. \return what it found; None also for copies that were not complete, which no run had begun to need
 enum class Leftover { None, Restored, Failed };
 Leftover recover();
-
-bool build();
-bool restore();
-void drop();
 
 }  // namespace RunShadows
