@@ -75,7 +75,7 @@ bool selectCase(Context& context, const std::string& caseName, CaseStore& cases)
 }
 
 bool openAlone(Context& context, const CaseWish& wish, bool realTime) {
-    if (!context.openProject(wish.project, realTime)) return false;
+    if (!context.openProject(wish.project, Access::Write, realTime)) return false;
     if (!RunShadows::claim()) return context.stop(NoResult, "另一个程序正在该工程中计算，请稍后再试");
     const auto found = RunShadows::recover();
     if (found == RunShadows::Leftover::Failed) return context.stop(Internal, "不能恢复上一次计算前的数据");
@@ -91,7 +91,7 @@ bool openCase(Context& context, const CaseWish& wish, CaseStore& cases, bool rea
 
 void listCases(Context& context, const CaseWish& wish) {
     CaseStore cases;
-    if (!context.openProject(wish.project) || !cases.UpdateCaseChain(1)) return;
+    if (!context.openProject(wish.project, Access::Read) || !cases.UpdateCaseChain(1)) return;
     nlohmann::ordered_json array = nlohmann::ordered_json::array();
     TextTable table({"编号", "作业名", "保护类型", "网络", "段", "描述"}, {0});
     for (const CaseNode& node : cases.chain()) {

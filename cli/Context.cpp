@@ -9,6 +9,8 @@ namespace cli {
 
 namespace {
 
+constexpr int kClaimWaitMs = 3000;
+
 const char* prefixOf(int level) {
     if (level == WinDockFeedback::Error) return "错误: ";
     return level == WinDockFeedback::Warning ? "警告: " : "";
@@ -50,9 +52,17 @@ bool Context::openServer() {
     return hold_ || stop(Internal, error);
 }
 
-bool Context::openProject(const std::string& name, bool realTime) {
-    if (!openServer()) return false;
-    project_ = projects_.open(QString::fromStdString(name));
+bool Context::claimProject(const QString& name) {
+    ProjectClaim::Holder holder;
+    claim_ = ProjectClaim::take(projects_.directoryOf(name), kClaimWaitMs, &holder);
+    return claim_ || stop(NoResult, holder.text(name));
+}
+
+bool Context::openProject(const std::string& name, Access access, bool realTime) {
+    const QString project = QString::fromStdString(name);
+    if (!projects_.find(project)) return stop(BadInput, {});
+    if ((access == Access::Write && !claimProject(project)) || !openServer()) return false;
+    project_ = projects_.open(project);
     if (!project_) return stop(BadInput, {});
     QString error;
     return !realTime || realTime_.open(project_->realTimeFile(), &error) || stop(Internal, error);

@@ -9,6 +9,7 @@
 
 #include "platform/rtdb/dbDatabase.h"
 #include "platform/server/Server.h"
+#include "programs/frame/ProjectClaim.h"
 #include "programs/frame/ProjectStore.h"
 #include "programs/workflow/CalculationStart.h"
 
@@ -18,6 +19,7 @@ class App;
 
 namespace cli {
 
+enum class Access { Read, Write };
 enum ExitCode { Ok = 0, Usage = 1, BadInput = 2, NoResult = 3, Internal = 4 };
 
 /// What every verb works with. A verb leaves its exit code here.
@@ -33,8 +35,11 @@ class Context {
     void endMessages();
     /// \return false with the exit code set
     bool openServer();
-    /// Server, databases and, when asked for, the real-time database of a project.
-    bool openProject(const std::string& name, bool realTime = false);
+    /// Server, databases and, when asked for, the real-time database of a project. For writing nobody else may have the
+    /// project open.
+    bool openProject(const std::string& name, Access access, bool realTime = false);
+    /// Claims a project for this program. \return false with the exit code set when another one has it
+    bool claimProject(const QString& name);
 
     [[nodiscard]] const Project& project() const { return *project_; }
     void setProject(const Project& project) { project_ = project; }
@@ -57,6 +62,7 @@ class Context {
     std::unique_ptr<server::Hold> hold_;
     ProjectStore projects_;
     std::optional<Project> project_;
+    std::optional<ProjectClaim> claim_;
     dbDatabase realTime_;
 };
 

@@ -82,7 +82,7 @@ void printJson(const QVector<StoredSetting>& settings) {
 }
 
 void exportSettings(Context& context, const Wish& wish) {
-    if (!context.openProject(wish.project)) return;
+    if (!context.openProject(wish.project, Access::Read)) return;
     const auto settings = storedSettings(wish.type);
     context.json ? printJson(settings) : printCsv(settings);
 }

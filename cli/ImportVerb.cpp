@@ -6,9 +6,8 @@
 
 #include "cli/Context.h"
 #include "cli/TextTable.h"
-#include "platform/host/BaseTables.h"
 #include "platform/import/Import.h"
-#include "programs/study/ModeStore.h"
+#include "programs/study/ImportedNetwork.h"
 
 namespace cli {
 
@@ -19,21 +18,16 @@ struct Wish {
     import::Options options;
 };
 
-QString kindText(import::Finding::Kind kind) {
-    static const QString texts[] = {"读入", "取缺省值", "缺少", "可疑", "改动"};
-    return texts[int(kind)];
-}
-
 void showReport(const import::Report& report, bool json) {
     nlohmann::ordered_json array = nlohmann::ordered_json::array();
     TextTable table({"类别", "对象", "数量", "说明"}, {2});
     for (const import::Finding& finding : report.findings) {
-        array.push_back({{"kind", kindText(finding.kind).toStdString()},
+        array.push_back({{"kind", import::kindText(finding.kind)},
                          {"subject", finding.subject},
                          {"count", finding.count},
                          {"text", finding.text}});
-        table.add({kindText(finding.kind), QString::fromStdString(finding.subject), QString::number(finding.count),
-                   QString::fromStdString(finding.text)});
+        table.add({QString::fromStdString(import::kindText(finding.kind)), QString::fromStdString(finding.subject),
+                   QString::number(finding.count), QString::fromStdString(finding.text)});
     }
     if (json) return print(QString::fromStdString(array.dump(1)) + "\n");
     table.print();
@@ -52,8 +46,8 @@ void run(Context& context, Wish& wish) {
         context.stop(BadInput, QString::fromStdString(error.what()));
         return;
     }
-    if (!context.openProject(wish.project)) return;
-    if (!host::storeNetwork(network) || !ModeStore::saveImported(network.modes)) {
+    if (!context.openProject(wish.project, Access::Write)) return;
+    if (!storeImportedNetwork(network)) {
         context.stop(Internal, "网络没有存入工程");
         return;
     }

@@ -34,7 +34,7 @@ nlohmann::ordered_json jsonOf(const OperatingModeRecord& mode) {
 }
 
 void list(Context& context, const Wish& wish) {
-    if (!context.openProject(wish.project)) return;
+    if (!context.openProject(wish.project, Access::Read)) return;
     nlohmann::ordered_json array = nlohmann::ordered_json::array();
     TextTable table({"编号", "方式名", "改动数", "描述"}, {0, 2});
     for (const OperatingModeRecord& mode : ModeStore::list()) {
@@ -63,7 +63,7 @@ QVector<ModeRow> outage(const QString& element) {
 }
 
 void add(Context& context, const Wish& wish) {
-    if (!context.openProject(wish.project)) return;
+    if (!context.openProject(wish.project, Access::Write)) return;
     OperatingModeRecord mode;
     mode.SysName = QString::fromStdString(wish.name);
     mode.Note = QString::fromStdString(wish.note);

@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <QDir>
 #include <memory>
 #include <nlohmann/json.hpp>
 
@@ -17,13 +18,16 @@ struct Names {
     bool replace = false;
 };
 
+bool removeClaimed(Context& context, const QString& name) {
+    const bool known = ProjectStore::whyNotName(name).isEmpty() && QDir(context.projects().directoryOf(name)).exists();
+    if (known && !context.claimProject(name)) return false;
+    return context.projects().remove(name) || context.stop(known ? Internal : BadInput, {});
+}
+
 void create(Context& context, const Names& names) {
     if (!context.openServer()) return;
     const QString name = QString::fromStdString(names.name);
-    if (names.replace && context.projects().names().contains(name) && !context.projects().remove(name)) {
-        context.exitCode = Internal;
-        return;
-    }
+    if (names.replace && context.projects().names().contains(name) && !removeClaimed(context, name)) return;
     const auto project = context.projects().create(name, Context::ruleFolder());
     if (!project) context.exitCode = BadInput;
     if (project && !context.json) print("已建立工程 " + name + "，目录 " + project->directory + "\n");
@@ -45,6 +49,8 @@ void showPath(Context& context, const Names& names) {
 
 void saveAs(Context& context, const Names& names) {
     if (!context.openServer()) return;
+    const QString old = QString::fromStdString(names.name);
+    if (context.projects().find(old) && !context.claimProject(old)) return;
     const auto project =
         context.projects().saveAs(QString::fromStdString(names.name), QString::fromStdString(names.other));
     if (!project) context.exitCode = BadInput;
@@ -52,11 +58,11 @@ void saveAs(Context& context, const Names& names) {
 
 void remove(Context& context, const Names& names) {
     if (!context.openServer()) return;
-    if (!context.projects().remove(QString::fromStdString(names.name))) context.exitCode = BadInput;
+    removeClaimed(context, QString::fromStdString(names.name));
 }
 
 void exportNetwork(Context& context, const Names& names) {
-    if (!context.openProject(names.name)) return;
+    if (!context.openProject(names.name, Access::Read)) return;
     const auto network = host::loadNetwork();
     if (!network) {
         context.stop(Internal, "不能读取工程的网络");

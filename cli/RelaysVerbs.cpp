@@ -51,7 +51,7 @@ bool collectAll(Context& context, const Wish& wish, QVector<RelayRequest>& reque
 }
 
 void install(Context& context, const Wish& wish) {
-    if (!context.openProject(wish.project)) return;
+    if (!context.openProject(wish.project, Access::Write)) return;
     QVector<RelayRequest> requests;
     try {
         if (!wish.csv.empty())
@@ -75,7 +75,7 @@ void install(Context& context, const Wish& wish) {
 }
 
 void list(Context& context, const Wish& wish) {
-    if (!context.openProject(wish.project)) return;
+    if (!context.openProject(wish.project, Access::Read)) return;
     nlohmann::ordered_json array = nlohmann::ordered_json::array();
     TextTable table({"编号", "保护类型", "安装位置", "有效", "CT变比", "PT变比"}, {0, 4, 5});
     for (const InstalledRelay& relay : RelayStore::list(wish.type)) {
@@ -97,7 +97,7 @@ void list(Context& context, const Wish& wish) {
 }
 
 void remove(Context& context, const Wish& wish) {
-    if (!context.openProject(wish.project)) return;
+    if (!context.openProject(wish.project, Access::Write)) return;
     QVector<int> known;
     for (const InstalledRelay& relay : RelayStore::list()) known.append(relay.RNo);
     for (const int relay : wish.relays)
@@ -109,7 +109,7 @@ void remove(Context& context, const Wish& wish) {
 }
 
 void installVirtual(Context& context, const Wish& wish) {
-    if (!context.openProject(wish.project)) return;
+    if (!context.openProject(wish.project, Access::Write)) return;
     if (!SearchDumRelay()) context.exitCode = Internal;
 }
 

@@ -24,6 +24,9 @@ struct Finding {
     std::string text;     ///< one sentence, Chinese
     int count = 1;
 };
+/// A word for a kind of finding, Chinese.
+std::string kindText(Finding::Kind kind);
+
 struct Report {
     std::vector<Finding> findings;
     void add(Finding::Kind kind, std::string subject, std::string text, int count = 1);
@@ -40,6 +43,10 @@ struct Options {
         if (progress) progress(percent, what);
     }
 };
+
+enum class InputKind { Csv, Cgmes, Matpower };
+/// What an input is, by its content. \throws ImportError when it is none of them
+InputKind kindOf(const std::filesystem::path& input);
 
 /// Reads a network, telling the kind of input by its content: a folder of plain CSV files, CGMES files (a folder, a
 /// zip, or one file), a MATPOWER case. \throws ImportError

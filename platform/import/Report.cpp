@@ -14,6 +14,11 @@ std::string placed(const std::string& file, int line, const std::string& what) {
 ImportError::ImportError(const std::string& file, int line, const std::string& what)
     : std::runtime_error(placed(file, line, what)) {}
 
+std::string kindText(Finding::Kind kind) {
+    static const std::string texts[] = {"读入", "取缺省值", "缺少", "可疑", "改动"};
+    return texts[int(kind)];
+}
+
 void Report::add(Finding::Kind kind, std::string subject, std::string text, int count) {
     findings.push_back({kind, std::move(subject), std::move(text), count});
 }

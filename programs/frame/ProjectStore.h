@@ -27,6 +27,8 @@ class ProjectStore {
     /// Why a name cannot be a project's; empty when it can.
     [[nodiscard]] static QString whyNotName(const QString& name);
     [[nodiscard]] QStringList names() const;
+    /// Where a project of this name lies, or would lie; ends in a slash.
+    [[nodiscard]] QString directoryOf(const QString& name) const { return folder_ + name + "/"; }
 
     /// Makes a project with all its tables and its rule database, all or nothing, and leaves it open.
     /// \param ruleFolder  the rule library as tables

@@ -155,7 +155,10 @@ TEST_F(HangingEngine, AKilledRunGivesItsTablesBackToTheNextVerb) {
     ASSERT_TRUE(QFile::exists(mark)) << process.readAllStandardError().toStdString();
     const Answer busy = call({"case", "results", name, "1"});
     EXPECT_EQ(busy.code, 3);
-    EXPECT_THAT(busy.err, HasSubstr("正在该工程中计算"));
+    EXPECT_THAT(busy.err, HasSubstr("（程序morvane，进程" + std::to_string(process.processId()) + "，自"));
+    for (const QStringList& words : {QStringList{"relays", "virtual", name}, {"project", "delete", name}})
+        EXPECT_EQ(call(words).code, 3) << words[0].toStdString();
+    EXPECT_EQ(call({"relays", "list", name}).code, 0);
     process.kill();
     ASSERT_TRUE(process.waitForFinished(20000));
     QFile pid(mark);

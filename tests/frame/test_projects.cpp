@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include "platform/sql/Sql.h"
 #include "programs/frame/CRDatabase.h"
+#include "programs/frame/ProjectClaim.h"
 #include "programs/frame/ProjectStore.h"
 #include "programs/frame/TableNames.h"
 
@@ -37,4 +39,21 @@ TEST(Projects, AreWholeAndSeparateAfterOneWasSavedAsAnother) {
     ASSERT_TRUE(projects.open("it's 100%"));
     EXPECT_EQ(sql::scalar({}, "SELECT COUNT(*) FROM RLY_RUD").toInt(), 2);
     EXPECT_TRUE(projects.remove("it's 100%"));
+}
+
+TEST(ProjectClaim, TellsWhoHasTheProjectUntilTheHolderGivesItUp) {
+    const QTemporaryDir folder;
+    const QString directory = folder.path() + "/";
+    ProjectClaim::Holder holder;
+    auto claim = ProjectClaim::take(directory, 0, &holder);
+    ASSERT_TRUE(claim);
+    EXPECT_FALSE(ProjectClaim::take(directory, 0, &holder));
+    EXPECT_EQ(holder.pid, QCoreApplication::applicationPid());
+    EXPECT_FALSE(holder.user.isEmpty() || holder.host.isEmpty() || !holder.since.isValid());
+    EXPECT_TRUE(holder.text("it's %1").contains("it's %1")) << holder.text("it's %1").toStdString();
+    claim.reset();
+    EXPECT_TRUE(ProjectClaim::take(directory, 0, &holder));
+    holder = {};
+    EXPECT_FALSE(ProjectClaim::take(directory + "absent/", 0, &holder));
+    EXPECT_EQ(holder.pid, 0);
 }
