@@ -8,6 +8,7 @@
 #include "platform/host/BaseTables.h"
 #include "platform/host/CaseTables.h"
 #include "platform/host/RealTimeRows.h"
+#include "platform/host/Text.h"
 #include "platform/host/WinDockFeedback.h"
 #include "platform/rtdb/dbStatement.h"
 #include "platform/sql/Sql.h"
@@ -24,7 +25,7 @@ void warnOfUnknownScheme(const QString& connection, const QString& scheme) {
     if (scheme.trimmed().isEmpty()) return;
     const QString text = "SELECT COUNT(*) FROM CDB_SCHEMEINFBAK WHERE SchName=?";
     if (sql::scalar(connection, text, {scheme}, 1).toInt() > 0) return;
-    const QString line = "没有方案“" + scheme + "”，取基础网络";
+    const QString line = Text::tr("没有方案“") + scheme + Text::tr("”，取基础网络");
     WinDockFeedback::ShowMessage(line.toUtf8().constData(), "", "", "", WinDockFeedback::Warning);
 }
 

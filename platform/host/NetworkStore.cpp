@@ -5,6 +5,7 @@
 
 #include "platform/host/BaseTables.h"
 #include "platform/host/CaseTables.h"
+#include "platform/host/Text.h"
 #include "platform/host/WinDockFeedback.h"
 
 namespace host {
@@ -238,7 +239,7 @@ QString whyNotStorable(const NetworkModel& m) {
     check.names(m.switches, &Switch::name);
     check.names(m.loadFlow, &LoadFlowCase::name);
     for (const Scheme& scheme : m.schemes) check.name(scheme.name, 10);
-    if (m.schemes.empty() && check.why().isEmpty()) return "网络没有方案";
+    if (m.schemes.empty() && check.why().isEmpty()) return Text::tr("网络没有方案");
     return check.why();
 }
 
@@ -275,7 +276,7 @@ bool storeCases(const NetworkModel& m) {
 bool storeNetwork(const NetworkModel& model) {
     const QString why = whyNotStorable(model);
     if (!why.isEmpty()) {
-        WinDockFeedback::ShowMessage(("网络不能存入数据库：" + why).toUtf8().constData(), "", "", "",
+        WinDockFeedback::ShowMessage((Text::tr("网络不能存入数据库：") + why).toUtf8().constData(), "", "", "",
                                      WinDockFeedback::Error);
         return false;
     }

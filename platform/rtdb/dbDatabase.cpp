@@ -6,6 +6,7 @@
 #include <QVector>
 
 #include "exchange/RealTimeTables.h"
+#include "platform/host/Text.h"
 #include "platform/host/WinDockFeedback.h"
 #include "platform/rtdb/dbStatement.h"
 
@@ -27,7 +28,7 @@ QByteArray firstText(sqlite3* db, const char* text) {
 }
 
 bool refuse(const QString& file, const QString& why, QString* error) {
-    if (error) *error = QString("实时库文件“") + file + "”" + why;
+    if (error) *error = Text::tr("实时库文件“") + file + "”" + why;
     return false;
 }
 
@@ -41,7 +42,8 @@ bool dbDatabase::open(const QString& file, QString* error) {
     close();
     const bool fresh = !QFileInfo(file).size();
     if (sqlite3_open(file.toUtf8().constData(), &db_) != SQLITE_OK || !prepareTables(file, fresh, error)) {
-        if (error && error->isEmpty()) refuse(file, "打不开：" + QString::fromUtf8(sqlite3_errmsg(db_)), error);
+        if (error && error->isEmpty())
+            refuse(file, Text::tr("打不开：") + QString::fromUtf8(sqlite3_errmsg(db_)), error);
         close();
         return false;
     }
@@ -57,14 +59,16 @@ bool dbDatabase::prepareTables(const QString& file, bool fresh, QString* error) 
     // The tables can be made again from the project at any time: a commit need not wait for the disk.
     sqlite3_exec(db_, "PRAGMA synchronous=OFF", nullptr, nullptr, nullptr);
     if (!fresh) {
-        if (firstText(db_, "PRAGMA quick_check") != "ok") return refuse(file, "已损坏或不是实时库，不能打开", error);
+        if (firstText(db_, "PRAGMA quick_check") != "ok")
+            return refuse(file, Text::tr("已损坏或不是实时库，不能打开"), error);
         const QByteArray version = firstText(db_, "SELECT value FROM meta WHERE name='version'");
-        if (version.isEmpty()) return refuse(file, "不是实时库，不能打开", error);
-        if (version.toInt() > exchange::rtdb::kVersion) return refuse(file, "由更新版本的程序写成，不能打开", error);
+        if (version.isEmpty()) return refuse(file, Text::tr("不是实时库，不能打开"), error);
+        if (version.toInt() > exchange::rtdb::kVersion)
+            return refuse(file, Text::tr("由更新版本的程序写成，不能打开"), error);
     }
-    if (!begin()) return refuse(file, "不能写入", error);
+    if (!begin()) return refuse(file, Text::tr("不能写入"), error);
     for (const char* text : exchange::rtdb::kCreate) {
-        if (!execute(text)) return refuse(file, "不能写入", error);
+        if (!execute(text)) return refuse(file, Text::tr("不能写入"), error);
     }
     return setFact("version", QString::number(exchange::rtdb::kVersion)) && commit();
 }
@@ -116,6 +120,6 @@ qint64 dbDatabase::changeCount() const { return db_ ? sqlite3_total_changes64(db
 
 void dbDatabase::report(const QByteArray& text) const {
     const QByteArray reason = db_ ? sqlite3_errmsg(db_) : "the real-time database is not open";
-    WinDockFeedback::ShowMessage(("实时库操作失败：" + reason + "：" + text).constData(), "", "", "",
+    WinDockFeedback::ShowMessage((Text::tr("实时库操作失败：").toUtf8() + reason + "：" + text).constData(), "", "", "",
                                  WinDockFeedback::Error);
 }

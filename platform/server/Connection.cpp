@@ -1,10 +1,13 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <QElapsedTimer>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QThread>
 
+#include "platform/host/Text.h"
 #include "platform/server/EmbeddedServer.h"
 #include "platform/server/Server.h"
 
@@ -12,7 +15,14 @@ namespace server {
 
 namespace {
 
-enum ServerError { CannotReachSocket = 2002, CannotReachHost = 2003, UnknownHost = 2005, AccessDenied = 1045 };
+enum ServerError {
+    CannotReachSocket = 2002,
+    CannotReachHost = 2003,
+    UnknownHost = 2005,
+    ServerGone = 2006,
+    ConnectionLost = 2013,
+    AccessDenied = 1045
+};
 
 QString nameOf(const QString& connection) {
     return connection.isEmpty() ? QString::fromLatin1(QSqlDatabase::defaultConnection) : connection;
@@ -24,14 +34,15 @@ QString userOfSystem() {
 }
 
 QString reasonOf(const QSqlDatabase& database) {
-    const QString where = database.hostName().isEmpty() ? QStringLiteral("本机") : database.hostName();
+    const QString where = database.hostName().isEmpty() ? Text::tr("本机") : database.hostName();
     switch (database.lastError().nativeErrorCode().toInt()) {
         case AccessDenied:
-            return "数据库服务器" + where + "拒绝用户" + database.userName() + "登录，请检查用户名和密码";
+            return Text::tr("数据库服务器") + where + Text::tr("拒绝用户") + database.userName() +
+                   Text::tr("登录，请检查用户名和密码");
         case CannotReachSocket:
         case CannotReachHost:
         case UnknownHost:
-            return "不能连接到数据库服务器" + where + "：" + database.lastError().databaseText();
+            return Text::tr("不能连接到数据库服务器") + where + "：" + database.lastError().databaseText();
         default:
             return database.lastError().databaseText().isEmpty() ? database.lastError().driverText()
                                                                  : database.lastError().databaseText();
@@ -47,25 +58,51 @@ bool isUsable(const QSqlDatabase& database, QString* error) {
     const QStringList mark = query.next() ? query.value(0).toString().split(' ') : QStringList();
     if (mark.value(0) != "morvane") return true;
     if (mark.value(1).toInt() > layoutVersion)
-        *error = "数据库" + database.databaseName() + "由较新版本的程序建立（版本" + mark[1] + "），请升级程序";
+        *error = Text::tr("数据库") + database.databaseName() + Text::tr("由较新版本的程序建立（版本") + mark[1] +
+                 Text::tr("），请升级程序");
     else if (mark.size() > 2)
-        *error = "数据库" + database.databaseName() + "没有建立完整，不能打开，请删除后重新建立";
+        *error = Text::tr("数据库") + database.databaseName() + Text::tr("没有建立完整，不能打开，请删除后重新建立");
     else
         return true;
     return false;
 }
 
-bool openSession(QSqlDatabase& database, QString* error) {
+bool isLoss(const QSqlError& error) {
+    const int code = error.nativeErrorCode().toInt();
+    return code == CannotReachSocket || code == ServerGone || code == ConnectionLost;
+}
+
+/// \param lost  set when the server was not there or went away meanwhile
+bool openSession(QSqlDatabase& database, QString* error, bool* lost) {
     if (!database.open()) {
         *error = reasonOf(database);
+        *lost = isLoss(database.lastError());
         return false;
     }
     QSqlQuery query(database);
     if (!query.exec("SET SESSION sql_mode='STRICT_TRANS_TABLES,NO_ENGINE_SUBSTITUTION'")) {
         *error = query.lastError().databaseText();
+        *lost = isLoss(query.lastError());
         return false;
     }
+    *lost = false;
     return database.databaseName().isEmpty() || isUsable(database, error);
+}
+
+/// Waits for the embedded server, starting it when there is none: one that is being killed still takes connections for
+/// a moment.
+bool openOnEmbedded(QSqlDatabase& database, QString* error) {
+    constexpr int longest = 3000, pause = 20;  // ms
+    QElapsedTimer clock;
+    clock.start();
+    while (EmbeddedServer(current().program).ensureRunning(error)) {
+        bool lost = false;
+        if (openSession(database, error, &lost)) return true;
+        database.close();
+        if (!lost || clock.elapsed() > longest) return false;
+        QThread::msleep(pause);
+    }
+    return false;
 }
 
 QString pluginOf(const QString& driver) {
@@ -99,7 +136,9 @@ bool openConnection(const QString& driver, const QString& database, const QStrin
     {
         QSqlDatabase handle = registerConnection(driver, connection);
         describe(handle, database, user, password, host);
-        opened = openSession(handle, error);
+        bool lost = false;
+        opened = openSession(handle, error, &lost);
+        if (!opened && lost && current().embedded) opened = openOnEmbedded(handle, error);
     }
     if (!opened) closeConnection(connection);
     return opened;
@@ -108,10 +147,10 @@ bool openConnection(const QString& driver, const QString& database, const QStrin
 bool reopenConnection(const QString& connection, QString* error) {
     QSqlDatabase handle = QSqlDatabase::database(nameOf(connection), false);
     handle.close();
-    if (current().embedded && !EmbeddedServer(current().program).ensureRunning(error)) return false;
-    if (openSession(handle, error)) return true;
-    handle.close();
-    return false;
+    bool lost = false;
+    const bool opened = current().embedded ? openOnEmbedded(handle, error) : openSession(handle, error, &lost);
+    if (!opened) handle.close();
+    return opened;
 }
 
 void closeConnection(const QString& connection) {

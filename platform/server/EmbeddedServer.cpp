@@ -17,6 +17,7 @@
 #include <QThread>
 #include <utility>
 
+#include "platform/host/Text.h"
 #include "platform/server/KeeperStart.h"
 #include "platform/server/Server.h"
 
@@ -56,13 +57,13 @@ QString firstError(const QByteArray& log) {
         const auto mark = line.indexOf("ERROR");
         if (mark >= 0 && !line.contains("Aborting")) return QString::fromUtf8(line.mid(mark + 6)).trimmed();
     }
-    return QStringLiteral("没有给出原因");
+    return Text::tr("没有给出原因");
 }
 
 QString errorIn(const QByteArray& log) {
     const QString text = firstError(log);
     const bool full = text.contains("error 28") || text.contains("rrcode: 28") || text.contains("No space left");
-    return full ? "磁盘空间不足（" + text + "）" : text;
+    return full ? Text::tr("磁盘空间不足（") + text + "）" : text;
 }
 
 QByteArray readFrom(const QString& path, qint64 offset) {
@@ -90,20 +91,20 @@ EmbeddedServer::EmbeddedServer(const QString& program)
 
 FileLock EmbeddedServer::join(QString* error) const {
     if (!QDir().mkpath(folder_)) {
-        *error = "不能建立数据目录" + folder_;
+        *error = Text::tr("不能建立数据目录") + folder_;
         return {};
     }
     ::chmod(QFile::encodeName(folder_).constData(), 0700);
     // Waits while a keeper is stopping the server, which holds this lock until the server is down.
     FileLock client = FileLock::wait(path("clients.lock"), FileLock::Mode::Shared);
-    if (!client.held()) *error = "数据目录" + folder_ + "不可写";
+    if (!client.held()) *error = Text::tr("数据目录") + folder_ + Text::tr("不可写");
     if (!client.held() || !ensureRunning(error)) return {};
     return client;
 }
 
 bool EmbeddedServer::ensureRunning(QString* error) const {
     const FileLock starter = FileLock::wait(path("start.lock"), FileLock::Mode::Exclusive);
-    if (!starter.held()) return fail(error, "数据目录" + folder_ + "不可写");
+    if (!starter.held()) return fail(error, Text::tr("数据目录") + folder_ + Text::tr("不可写"));
     QElapsedTimer clock;
     clock.start();
     while (clock.elapsed() < startLimitMs) {
@@ -112,7 +113,7 @@ bool EmbeddedServer::ensureRunning(QString* error) const {
         if (server.held()) return prepare(error) && start(std::move(server), error);
         QThread::msleep(5);  // a server is coming up or going down
     }
-    return fail(error, QStringLiteral("数据库服务器没有响应"));
+    return fail(error, Text::tr("数据库服务器没有响应"));
 }
 
 bool EmbeddedServer::answers() const {
@@ -131,17 +132,18 @@ bool EmbeddedServer::answers() const {
 bool EmbeddedServer::checkVersion(QString* error) const {
     const int found = readFrom(path("data/") + versionFile, 0).trimmed().toInt();
     if (found <= layoutVersion) return true;
-    return fail(error, QString("数据目录%1由较新版本的程序建立（版本%2），请升级程序").arg(folder_).arg(found));
+    return fail(error, Text::tr("数据目录%1由较新版本的程序建立（版本%2），请升级程序").arg(folder_).arg(found));
 }
 
 bool EmbeddedServer::prepare(QString* error) const {
     if (program_.isEmpty() || !QFileInfo(program_).isExecutable())
-        return fail(error, "找不到数据库服务器程序" + (program_.isEmpty() ? QStringLiteral("mariadbd") : program_) +
-                               "，请安装MariaDB服务器");
-    if (!QDir().mkpath(path("tmp"))) return fail(error, "数据目录" + folder_ + "不可写");
+        return fail(error, Text::tr("找不到数据库服务器程序") +
+                               (program_.isEmpty() ? QStringLiteral("mariadbd") : program_) +
+                               Text::tr("，请安装MariaDB服务器"));
+    if (!QDir().mkpath(path("tmp"))) return fail(error, Text::tr("数据目录") + folder_ + Text::tr("不可写"));
     if (QFileInfo::exists(path("data/") + versionFile)) return checkVersion(error);
     const QString installer = findProgram("mariadb-install-db");
-    if (installer.isEmpty()) return fail(error, QStringLiteral("找不到程序mariadb-install-db，请安装MariaDB服务器"));
+    if (installer.isEmpty()) return fail(error, Text::tr("找不到程序mariadb-install-db，请安装MariaDB服务器"));
     return createDataDirectory(installer, error);
 }
 
@@ -169,12 +171,12 @@ bool EmbeddedServer::createDataDirectory(const QString& installer, QString* erro
     const bool ended = process.waitForFinished(prepareLimitMs);
     if (!ended || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
         QDir(aside).removeRecursively();
-        return fail(error, "不能建立数据库服务器的数据目录：" + errorIn(process.readAll()));
+        return fail(error, Text::tr("不能建立数据库服务器的数据目录：") + errorIn(process.readAll()));
     }
     QFile version(aside + '/' + versionFile);
     if (!version.open(QIODevice::WriteOnly) || version.write(QByteArray::number(layoutVersion) + '\n') < 0 ||
         !version.flush() || !QDir().rename(aside, path("data")))
-        return fail(error, "不能建立数据库服务器的数据目录：" + version.errorString());
+        return fail(error, Text::tr("不能建立数据库服务器的数据目录：") + version.errorString());
     return true;
 }
 
@@ -195,12 +197,12 @@ QStringList EmbeddedServer::arguments() const {
 
 bool EmbeddedServer::start(FileLock serverLock, QString* error) const {
     const QString keeper = keeperProgram();
-    if (keeper.isEmpty()) return fail(error, QStringLiteral("找不到程序morvane-server-keeper，请重新安装"));
+    if (keeper.isEmpty()) return fail(error, Text::tr("找不到程序morvane-server-keeper，请重新安装"));
     QFile::remove(socket_);
     if (QFileInfo(path("server.log")).size() > logLimit) QFile::remove(path("server.log"));
     const qint64 logStart = QFileInfo(path("server.log")).size();
     if (!startKeeper(keeper, folder_, serverLock.descriptor(), QStringList{path("clients.lock")} + arguments()))
-        return fail(error, QStringLiteral("不能启动程序morvane-server-keeper"));
+        return fail(error, Text::tr("不能启动程序morvane-server-keeper"));
     serverLock = FileLock();  // the keeper has it now
     return waitUntilReady(logStart, error);
 }
@@ -210,8 +212,8 @@ bool EmbeddedServer::waitUntilReady(qint64 logStart, QString* error) const {
     clock.start();
     while (!answers()) {
         if (FileLock::tryExclusive(path("server.lock")).held())
-            return fail(error, "数据库服务器不能启动：" + errorIn(readFrom(path("server.log"), logStart)));
-        if (clock.elapsed() > startLimitMs) return fail(error, QStringLiteral("数据库服务器没有响应"));
+            return fail(error, Text::tr("数据库服务器不能启动：") + errorIn(readFrom(path("server.log"), logStart)));
+        if (clock.elapsed() > startLimitMs) return fail(error, Text::tr("数据库服务器没有响应"));
         QThread::msleep(5);
     }
     return true;

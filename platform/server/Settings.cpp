@@ -3,6 +3,8 @@
 
 #include "platform/server/Server.h"
 
+#include "platform/host/Text.h"
+
 namespace server {
 
 namespace {
@@ -49,13 +51,14 @@ Settings readSettings(QString* error) {
     QFile file(settingsPath());
     if (!file.exists()) return settings;
     if (!file.open(QIODevice::ReadOnly)) {
-        *error = "不能读设置文件" + file.fileName() + "：" + file.errorString();
+        *error = Text::tr("不能读设置文件") + file.fileName() + "：" + file.errorString();
         return settings;
     }
     const QStringList lines = QString::fromUtf8(file.readAll()).split('\n');
     for (int i = 0; i < lines.size(); ++i) {
         if (readLine(settings, lines[i])) continue;
-        *error = QString("设置文件") + file.fileName() + "第" + QString::number(i + 1) + "行有错误";
+        *error =
+            Text::tr("设置文件") + file.fileName() + Text::tr("第") + QString::number(i + 1) + Text::tr("行有错误");
         return settings;
     }
     settings.embedded = settings.host.isEmpty() && settings.socket.isEmpty();

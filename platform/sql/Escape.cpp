@@ -5,6 +5,8 @@
 #include <QStringDecoder>
 #include <cmath>
 
+#include "platform/host/Text.h"
+
 namespace sql {
 
 namespace {
@@ -71,13 +73,13 @@ std::optional<QString> withValues(const QSqlDriver& driver, const QString& text,
             result += *value;
             ++used;
         } else {
-            *error = QString("第%1个值不是有限的数").arg(used + 1);
+            *error = Text::tr("第%1个值不是有限的数").arg(used + 1);
             return std::nullopt;
         }
         at = end;
     }
     if (used == values.size()) return result;
-    *error = QString("语句有%1处待填，给出了%2个值").arg(used).arg(values.size());
+    *error = Text::tr("语句有%1处待填，给出了%2个值").arg(used).arg(values.size());
     return std::nullopt;
 }
 

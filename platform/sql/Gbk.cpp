@@ -4,6 +4,8 @@
 
 #include "platform/sql/Sql.h"
 
+#include "platform/host/Text.h"
+
 namespace sql {
 
 namespace {
@@ -44,10 +46,10 @@ QString cutToGbk(const QString& text, int bytes) {
 
 QString whyNotStorable(const QString& text, int maxLength) {
     for (const QChar character : text)
-        if (isControl(character)) return QStringLiteral("含有控制字符");
-    if (text.endsWith(' ')) return QStringLiteral("末尾有空格");
-    if (!fitsGbk(text)) return QStringLiteral("含有GBK字符集以外的字符");
-    if (text.size() > maxLength) return QString("超过%1个字符").arg(maxLength);
+        if (isControl(character)) return Text::tr("含有控制字符");
+    if (text.endsWith(' ')) return Text::tr("末尾有空格");
+    if (!fitsGbk(text)) return Text::tr("含有GBK字符集以外的字符");
+    if (text.size() > maxLength) return Text::tr("超过%1个字符").arg(maxLength);
     return {};
 }
 

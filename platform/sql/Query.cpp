@@ -3,6 +3,7 @@
 #include <QSqlError>
 #include <QSqlRecord>
 
+#include "platform/host/Text.h"
 #include "platform/host/WinDockFeedback.h"
 #include "platform/server/Server.h"
 #include "platform/sql/Escape.h"
@@ -38,7 +39,7 @@ Query& Query::quietly() {
 
 bool Query::fail(const QString& reason, const QString& statement) {
     error_ = reason;
-    if (!quiet_) tell("数据库语句失败：" + reason + "（" + shortened(statement) + "）");
+    if (!quiet_) tell(Text::tr("数据库语句失败：") + reason + "（" + shortened(statement) + "）");
     return false;
 }
 
@@ -56,7 +57,7 @@ bool Query::exec(const QString& text, const QVariantList& values) {
     if (query_.exec(*statement)) return true;
     const QSqlError error = query_.lastError();
     if (!session.wasLost(error)) return fail(error.databaseText(), *statement);
-    error_ = "与数据库服务器的连接中断：" + error.databaseText();
+    error_ = Text::tr("与数据库服务器的连接中断：") + error.databaseText();
     if (session.lossIsNews()) tell(error_);
     return false;
 }

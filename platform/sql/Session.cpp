@@ -6,6 +6,7 @@
 #include <chrono>
 #include <iterator>
 
+#include "platform/host/Text.h"
 #include "platform/server/Server.h"
 #include "platform/sql/Sql.h"
 
@@ -45,7 +46,7 @@ Session::Session(const QString& connection)
 bool Session::ready(QString* error) {
     const bool brokenInside = !isOutside() && (state(doomedName) == broken || !database_.isOpen());
     if (database_.isOpen() && !brokenInside) return true;
-    *error = database_.isValid() ? QStringLiteral("没有与数据库服务器的连接") : "没有数据库连接" + connection_;
+    *error = database_.isValid() ? Text::tr("没有与数据库服务器的连接") : Text::tr("没有数据库连接") + connection_;
     if (!database_.isValid() || brokenInside || seconds() < state(waitName)) return false;
     if (server::reopenConnection(connection_, error)) {
         setState(toldName, 0);

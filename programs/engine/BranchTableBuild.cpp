@@ -1,6 +1,7 @@
 #include <QHash>
 
 #include "platform/host/CaseTransfer.h"
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/BranchTable.h"
 #include "programs/engine/BulkUpdate.h"
@@ -22,12 +23,14 @@ struct Source {
 constexpr char kBranch[] = "ID_Name,ID_No,I_Name,J_Name";
 
 constexpr Source kSources[] = {
-    {1, "L2_", kBranch, "Valid<=>1 AND NType <=>1 AND I_Break!=0 AND J_Break!=0 ", "转换线路数据失败"},
-    {2, "L3_", kBranch, "NType<=>1 AND Valid<=>1", "转换双绕组变压器数据失败"},
-    {3, "L3_", kBranch, "( NType<=>31 OR NType<=>32 OR NType<=>33 ) AND Valid<=>1", "转换三绕组变压器数据失败"},
-    {4, "L2_", kBranch, "Valid<=>1 AND NType <=>3 AND X1<0", "转换电容器数据失败"},
-    {5, "L2_", kBranch, "Valid<=>1 AND NType <=>3 AND X1>0", "转换电抗器数据失败"},
-    {6, "L5_", "ID_Name,0,Node_Name,Node_Name", "Valid<=>1 ", "转换发电机数据失败"},
+    {1, "L2_", kBranch, "Valid<=>1 AND NType <=>1 AND I_Break!=0 AND J_Break!=0 ",
+     QT_TRANSLATE_NOOP("Text", "转换线路数据失败")},
+    {2, "L3_", kBranch, "NType<=>1 AND Valid<=>1", QT_TRANSLATE_NOOP("Text", "转换双绕组变压器数据失败")},
+    {3, "L3_", kBranch, "( NType<=>31 OR NType<=>32 OR NType<=>33 ) AND Valid<=>1",
+     QT_TRANSLATE_NOOP("Text", "转换三绕组变压器数据失败")},
+    {4, "L2_", kBranch, "Valid<=>1 AND NType <=>3 AND X1<0", QT_TRANSLATE_NOOP("Text", "转换电容器数据失败")},
+    {5, "L2_", kBranch, "Valid<=>1 AND NType <=>3 AND X1>0", QT_TRANSLATE_NOOP("Text", "转换电抗器数据失败")},
+    {6, "L5_", "ID_Name,0,Node_Name,Node_Name", "Valid<=>1 ", QT_TRANSLATE_NOOP("Text", "转换发电机数据失败")},
 };
 
 bool insertFrom(const Source& source, int lfCase) {
@@ -35,7 +38,7 @@ bool insertFrom(const Source& source, int lfCase) {
     q.quietly();
     if (!q.exec(QString(" SELECT ") + source.columns + " FROM " + source.table + QString::number(lfCase) + " WHERE " +
                 source.condition)) {
-        ReportError(source.failure, 0);
+        ReportError(Text::tr(source.failure), 0);
         return false;
     }
     QVector<QVariantList> rows;

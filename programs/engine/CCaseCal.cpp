@@ -3,13 +3,16 @@
 #include <exception>
 
 #include "exchange/FileNames.h"
+#include "platform/host/Text.h"
 #include "platform/host/WinDockFeedback.h"
 #include "platform/netmodel/TP.h"
 #include "programs/engine/WorkFiles.h"
 
 namespace {
 
-void show(const char* text, int level) { WinDockFeedback::ShowMessage(text, "", "", "", level); }
+void show(const QString& text, int level) {
+    WinDockFeedback::ShowMessage(text.toUtf8().constData(), "", "", "", level);
+}
 
 }  // namespace
 
@@ -40,21 +43,21 @@ bool CCaseCal::RunEngine(const QString& exeDir, const QString& workDir) {
 void CCaseCal::AnalyzeTopology() {
     fdb_->commit();
     norvdb::TP pass(model_->network);
-    show("开始进行拓扑分析.....\n", WinDockFeedback::Information);
+    show(Text::tr("开始进行拓扑分析.....\n"), WinDockFeedback::Information);
     try {
         pass.tpReadFastdb(fdb_);
     } catch (const std::exception&) {
-        return show("拓扑读取实时库有异常发生。\n", WinDockFeedback::Error);
+        return show(Text::tr("拓扑读取实时库有异常发生。\n"), WinDockFeedback::Error);
     }
     try {
-        if (pass.tpAllnew() == 0) return show("拓扑分析运行失败！\n", WinDockFeedback::Error);
+        if (pass.tpAllnew() == 0) return show(Text::tr("拓扑分析运行失败！\n"), WinDockFeedback::Error);
     } catch (const std::exception&) {
-        return show("拓扑分析运行异常！\n", WinDockFeedback::Error);
+        return show(Text::tr("拓扑分析运行异常！\n"), WinDockFeedback::Error);
     }
-    show("拓扑分析成功完成！\n", WinDockFeedback::Information);
+    show(Text::tr("拓扑分析成功完成！\n"), WinDockFeedback::Information);
     try {
         pass.tpWriteFastdb(fdb_);
     } catch (const std::exception&) {
-        show("拓扑数据写入实时库异常发生。\n", WinDockFeedback::Error);
+        show(Text::tr("拓扑数据写入实时库异常发生。\n"), WinDockFeedback::Error);
     }
 }

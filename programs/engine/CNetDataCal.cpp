@@ -3,6 +3,7 @@
 #include "exchange/FileNames.h"
 #include "exchange/RealTimeNameFile.h"
 #include "platform/host/CaseTransfer.h"
+#include "platform/host/Text.h"
 #include "platform/host/WinDockFeedback.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/WorkFiles.h"
@@ -13,7 +14,9 @@ QString schemeOf(int lfCase) {
     return sql::scalar({}, "SELECT SCHEME FROM LF_CASE WHERE Case_No=?", {lfCase}, QString()).toString();
 }
 
-void inform(const char* text) { WinDockFeedback::ShowMessage(text, "", "", "", WinDockFeedback::Information); }
+void inform(const QString& text) {
+    WinDockFeedback::ShowMessage(text.toUtf8().constData(), "", "", "", WinDockFeedback::Information);
+}
 
 }  // namespace
 
@@ -33,7 +36,7 @@ bool CNetDataCal::ConvertCaseData(int lfCase, QString scheme, int onLoadFlow, db
     done = zeroFromBase.ImportSDataFromBaseDB() == 1 && done;
     done = zeroToRtdb.ImportSDataToRTDB() == 1 && done;
     if (onLoadFlow == 1) done = results.ImportLFResultDataToRTDB() == 1 && done;
-    if (done) inform(onLoadFlow == 1 ? "潮流数据转换完毕" : "方案数据转换完毕");
+    if (done) inform(onLoadFlow == 1 ? Text::tr("潮流数据转换完毕") : Text::tr("方案数据转换完毕"));
     return done;
 }
 

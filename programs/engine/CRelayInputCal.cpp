@@ -4,6 +4,7 @@
 #include "exchange/FileNames.h"
 #include "exchange/RuleFile.h"
 #include "exchange/VirtualRelayFile.h"
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/BranchTable.h"
 #include "programs/engine/WorkFiles.h"
@@ -23,7 +24,7 @@ bool CRelayInputCal::PrepareCalculation(int mode) {
     if (!sensitivity) BuildSensitivityRows();
     WriteModeFile(sensitivity ? 2 : 1);
     const bool ready = rows && WriteControlFile(mode) && WriteRuleFile(rTypeNo_, sensitivity ? 2 : 1);
-    if (!ready) ReportError("计算无法启动", 0);
+    if (!ready) ReportError(Text::tr("计算无法启动"), 0);
     return ready;
 }
 
@@ -32,13 +33,13 @@ bool CRelayInputCal::WriteControlFile(int mode) {
     if (mode < 1 || mode > 3) return true;
     const RelayTypeInfo* type = rules().type(rTypeNo_);
     if (!type) {
-        ReportError("没有当前保护类型的信息，不能形成计算控制信息", 0);
+        ReportError(Text::tr("没有当前保护类型的信息，不能形成计算控制信息"), 0);
         return false;
     }
     sql::Query q;
     q.exec("SELECT Mlf,NPara,Lgup FROM RLY_CASE_RLY WHERE Case_No=?", {mode == 2 ? klmCaseNo_ : caseNo_});
     if (!q.next()) {
-        ReportError("没有作业信息，不能形成计算控制信息", 0);
+        ReportError(Text::tr("没有作业信息，不能形成计算控制信息"), 0);
         return false;
     }
     exchange::Control control;
@@ -57,7 +58,7 @@ bool CRelayInputCal::WriteRuleFile(int relayType, int mode) {
         if (const SettingRule* rule = rules_->rule(number)) text += exchange::format(rule->block);
     if (!work::write(workDir_, exchange::file::kRules, text)) return false;
     if (!numbers.empty()) return true;
-    ReportError("没有需要的规则，请检查规则库", 1);
+    ReportError(Text::tr("没有需要的规则，请检查规则库"), 1);
     return false;
 }
 

@@ -3,6 +3,7 @@
 #include "exchange/FileNames.h"
 #include "exchange/ResultFiles.h"
 #include "exchange/TextFile.h"
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/WorkFiles.h"
 #include "programs/frame/Messages.h"
@@ -69,5 +70,5 @@ void CStepCalFlow::carryCoefficients(bool wanted) {
     if (!wanted || !work::exists(workDir(), exchange::file::kCoefficients)) return;
     const auto found = work::read(workDir(), exchange::file::kCoefficients);
     if (!found || !work::write(workDir(), exchange::file::kEarlierCoefficients, exchange::keptCoefficientLines(*found)))
-        ReportError("不能转换分支系数计算结果", 1);
+        ReportError(Text::tr("不能转换分支系数计算结果"), 1);
 }

@@ -2,6 +2,7 @@
 
 #include <QStringDecoder>
 
+#include "platform/host/Text.h"
 #include "platform/host/WinDockFeedback.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/Messages.h"
@@ -34,7 +35,7 @@ EngineProcess::~EngineProcess() {
 
 bool EngineProcess::start(const QString& exeDir, const QString& workDir) {
     if (isRunning()) {
-        ReportError("执行" + program_ + "失败，上一次计算还没有结束", failureLevel_);
+        ReportError(Text::tr("执行") + program_ + Text::tr("失败，上一次计算还没有结束"), failureLevel_);
         return false;
     }
     aborting_ = false;
@@ -44,7 +45,7 @@ bool EngineProcess::start(const QString& exeDir, const QString& workDir) {
     outcome_ = Outcome::Running;
     if (process_.waitForStarted(-1)) return true;
     outcome_ = Outcome::NotStarted;
-    ReportError("执行" + program_ + "失败", failureLevel_);
+    ReportError(Text::tr("执行") + program_ + Text::tr("失败"), failureLevel_);
     QMetaObject::invokeMethod(this, &EngineProcess::processExited, Qt::QueuedConnection);
     return false;
 }
@@ -73,13 +74,14 @@ void EngineProcess::onFinished(int status, QProcess::ExitStatus how) {
     showLines(true);
     if (aborting_) {
         outcome_ = Outcome::Aborted;
-        ReportError(program_ + "已中止", 1);
+        ReportError(program_ + Text::tr("已中止"), 1);
     } else if (how == QProcess::CrashExit) {
         outcome_ = Outcome::Crashed;
-        ReportError(program_ + "异常终止，没有计算结果", failureLevel_);
+        ReportError(program_ + Text::tr("异常终止，没有计算结果"), failureLevel_);
     } else if (status != 0) {
         outcome_ = Outcome::Failed;
-        ReportError(program_ + "出错，返回码" + QString::number(status) + "，没有计算结果", failureLevel_);
+        ReportError(program_ + Text::tr("出错，返回码") + QString::number(status) + Text::tr("，没有计算结果"),
+                    failureLevel_);
     } else {
         outcome_ = Outcome::Done;
     }

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "platform/host/Text.h"
 #include "programs/engine/BranchTable.h"
 #include "programs/engine/CRelayFaultCal.h"
 #include "programs/engine/OutageRows.h"
@@ -17,7 +18,9 @@ bool addUserFaults(const QVector<UserFault>& faults, RuleFaultRows& rows) {
     for (const UserFault& f : faults) {
         const BranchRow* branch = branches->find(f.element.idName, f.element.iName, f.element.jName);
         if (!branch) {
-            ReportError("不能采用已定义的故障，支路" + f.element.idName + "不存在、无效或不在当前方案中", 0);
+            ReportError(
+                Text::tr("不能采用已定义的故障，支路") + f.element.idName + Text::tr("不存在、无效或不在当前方案中"),
+                0);
             return false;
         }
         rows.add({f.pno, f.rMode, f.mType, branch->idNo, branch->iNo, branch->jNo, f.kLoc, f.fType, f.r, f.x, 1});
@@ -27,7 +30,7 @@ bool addUserFaults(const QVector<UserFault>& faults, RuleFaultRows& rows) {
 
 void addOutages(int mode, const SettingRow& row, const QVector<ElementName>& outages, RuleFaultRows& rows) {
     numberOutages(
-        outages, rows.highest(row.pno, mode, kFirstOutage, kLastOutage), "不存在、无效或不在基础方案中",
+        outages, rows.highest(row.pno, mode, kFirstOutage, kLastOutage), Text::tr("不存在、无效或不在基础方案中"),
         [](const BranchRow&) { return false; },
         [&](int mType, const BranchRow& element) {
             rows.addOutage(row.pno, mode, mType, element.idNo, element.iNo, element.jNo, element.flg == 1);
@@ -38,7 +41,7 @@ void expandTemplate(int mode, const std::vector<TemplateFault>& faults, const Se
     const RelayPlace place = RelayPlace::of(row);
     for (const TemplateFault& fault : faults) {
         if (fault.lType < 1 || fault.lType > 3) {
-            ReportError("模板中有错误的故障位置", 1);
+            ReportError(Text::tr("模板中有错误的故障位置"), 1);
             continue;
         }
         const BranchWalk steps = stepsOfTemplate(fault.lType, place);

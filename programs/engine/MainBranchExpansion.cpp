@@ -1,5 +1,6 @@
 #include "programs/engine/MainBranchExpansion.h"
 
+#include "platform/host/Text.h"
 #include "programs/engine/BranchStep.h"
 #include "programs/engine/BranchTable.h"
 #include "programs/engine/OutageRows.h"
@@ -24,7 +25,7 @@ bool takesFaults(const WalkStep& step) {
 }
 
 bool tooMany(int mType) {
-    if (mType > kLastFault) ReportError(kTooManyFaults, 0);
+    if (mType > kLastFault) ReportError(Text::tr(kTooManyFaults), 0);
     return mType > kLastFault;
 }
 
@@ -89,7 +90,7 @@ bool addTemplateFaults(MainBranchRows::Branch& branch, const std::vector<Templat
 
 void addMainBranchOutages(MainBranchRows::Branch& branch, const QVector<ElementName>& outages, MainBranchRows& rows) {
     numberOutages(
-        outages, branch.highest(kFirstOutage, kLastOutage), "已经被删除、无效或不在当前方案中",
+        outages, branch.highest(kFirstOutage, kLastOutage), Text::tr("已经被删除、无效或不在当前方案中"),
         [&](const BranchRow& e) { return branch.hasOutage(e.idNo, e.iNo, e.jNo); },
         [&](int mType, const BranchRow& e) { rows.addOutage(branch, mType, e.idNo, e.iNo, e.jNo, e.flg == 1); });
 }

@@ -1,3 +1,4 @@
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/BranchTable.h"
 #include "programs/engine/CRelayFaultCal.h"
@@ -56,7 +57,7 @@ void CRelayFaultCal::setUpMainBranches(const SettingRow& row) {
 
 void CRelayFaultCal::expandMainBranch(const MainBranchRows::End& end, int patNo, int caseNo, int fzNo) {
     const std::vector<TemplateFault>& faults = rules().branchTemplate(patNo);
-    if (faults.empty()) return ReportError("没有对应的模板，不能自动设置分支系数计算信息", 0);
+    if (faults.empty()) return ReportError(Text::tr("没有对应的模板，不能自动设置分支系数计算信息"), 0);
     MainBranchRows& rows = mainBranches(caseNo);
     MainBranchRows::Branch* known = fzNo == 0 ? nullptr : rows.find(fzNo);
     MainBranchRows::Branch& branch = known ? *known : rows.add(end, 0);
@@ -88,7 +89,7 @@ QHash<int, UserBranch> addUserBranches(const BranchTable& branches, MainBranchRo
         const UserBranch user{q.number(0), q.text(1), q.number(5) == 1 ? 1 : kStandsForItself};
         const BranchRow* branch = branches.find(q.text(1), q.text(2), q.text(3));
         if (!branch) {
-            ReportError("已定义的主干支路" + user.idName + "不存在、无效或不在当前方案中", 1);
+            ReportError(Text::tr("已定义的主干支路") + user.idName + Text::tr("不存在、无效或不在当前方案中"), 1);
             continue;
         }
         rows.add({branch->idNo, branch->iNo, branch->jNo, q.number(4)}, user.flg, user.fzNo);
@@ -113,7 +114,8 @@ bool CRelayFaultCal::CopyUserMainBranches() {
             rows.addFault(*rows.find(user->fzNo), {q.number(1), branch->idNo, branch->iNo, branch->jNo, q.number(5),
                                                    q.number(6), q.real(7), q.real(8), user->flg});
         else
-            ReportError("已定义的主干支路" + user->idName + "中涉及的支路" + q.text(2) + "不存在、无效或不在当前方案中",
+            ReportError(Text::tr("已定义的主干支路") + user->idName + Text::tr("中涉及的支路") + q.text(2) +
+                            Text::tr("不存在、无效或不在当前方案中"),
                         1);
     }
     return rows.store();

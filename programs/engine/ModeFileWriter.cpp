@@ -4,6 +4,7 @@
 
 #include "exchange/FileNames.h"
 #include "exchange/ModeFile.h"
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/BranchTable.h"
 #include "programs/engine/CRelayInputCal.h"
@@ -90,7 +91,7 @@ class Places {
             default:
                 break;
         }
-        ReportError("变压器支路" + change.idName + "没有零序通路", 1);
+        ReportError(Text::tr("变压器支路") + change.idName + Text::tr("没有零序通路"), 1);
         return std::nullopt;
     }
 
@@ -105,22 +106,22 @@ class Places {
     }
 
     std::optional<Ends> withoutBranch(const Change& change) {
-        const QString missing = "） 不存在、无效或不在当前方案中";
+        const QString missing = Text::tr("） 不存在、无效或不在当前方案中");
         if (change.m10 == 1)
-            ReportError("正序支路" + change.idName + "（" + change.iName + "  " + change.jName + missing, 1);
+            ReportError(Text::tr("正序支路") + change.idName + "（" + change.iName + "  " + change.jName + missing, 1);
         else if (change.m10 != 0)
-            ReportError("支路类型错误", 1);
+            ReportError(Text::tr("支路类型错误"), 1);
         else if (change.iName == change.jName)
             return atOneBus(change);
         else
-            ReportError("零序支路" + change.idName + "（" + change.iName + change.jName + missing, 1);
+            ReportError(Text::tr("零序支路") + change.idName + "（" + change.iName + change.jName + missing, 1);
         return std::nullopt;
     }
 
     std::optional<Ends> atOneBus(const Change& change) {
         const std::optional<int> node = branches_->nodeNumber(change.iName);
         if (!node) {
-            ReportError("母线" + change.jName + "不存在、无效或不在当前方案中", 1);
+            ReportError(Text::tr("母线") + change.jName + Text::tr("不存在、无效或不在当前方案中"), 1);
             return std::nullopt;
         }
         for (const BranchRow& row : branches_->rows())
@@ -143,7 +144,9 @@ bool toPerUnit(Change& change, Places& places) {
     if (!change.ohm || cutsOut(change)) return true;
     const double kv = places.baseKv(change.iName);
     if (!(kv > 0)) {
-        ReportError("支路" + change.idName + "的节点" + change.iName + "没有基准电压，不能折算运行方式中的阻抗", 1);
+        ReportError(Text::tr("支路") + change.idName + Text::tr("的节点") + change.iName +
+                        Text::tr("没有基准电压，不能折算运行方式中的阻抗"),
+                    1);
         return false;
     }
     const double factor = kBaseMva / (kv * kv);
@@ -178,7 +181,8 @@ bool CRelayInputCal::WriteModeFile(int mode) {
     Places places;
     std::string text;
     for (const Mode& m : modes) {
-        if (!changes.contains(m.sysNo)) ReportError("作业中选择的运行方式 " + m.name + " 没有定义", 1);
+        if (!changes.contains(m.sysNo))
+            ReportError(Text::tr("作业中选择的运行方式 ") + m.name + Text::tr(" 没有定义"), 1);
         text += textOf(m.sysNo, changes.value(m.sysNo), places);
     }
     return work::write(workDir_, exchange::file::kModes, text);

@@ -38,5 +38,7 @@ void numberOutages(const QVector<ElementName>& outages, int highest, const QStri
                    const std::function<bool(const BranchRow&)>& isThere,
                    const std::function<void(int mType, const BranchRow&)>& add);
 
-inline constexpr char kTooManyFaults[] = "故障方式编号越限（>19），计算可能错误，请检查自定义的故障方式号";
-inline constexpr char kTooManyOutages[] = "检修方式编号越限（>40），计算可能错误，请检查自定义的故障方式号";
+inline constexpr char kTooManyFaults[] =
+    QT_TRANSLATE_NOOP("Text", "故障方式编号越限（>19），计算可能错误，请检查自定义的故障方式号");
+inline constexpr char kTooManyOutages[] =
+    QT_TRANSLATE_NOOP("Text", "检修方式编号越限（>40），计算可能错误，请检查自定义的故障方式号");

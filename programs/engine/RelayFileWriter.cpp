@@ -1,5 +1,6 @@
 #include "exchange/FileNames.h"
 #include "exchange/RelayFile.h"
+#include "platform/host/Text.h"
 #include "programs/engine/CRelayFaultCal.h"
 #include "programs/engine/RunInputs.h"
 #include "programs/engine/WorkFiles.h"
@@ -28,7 +29,7 @@ bool CRelayFaultCal::WriteRelayFile(int relayType, int rno) {
     if (!work::write(workDir_, exchange::file::kRelays, {})) return false;
     const InstalledRelay* first = inputs().relay(rno);
     if (!first || !first->block) {
-        ReportError("要整定的保护不在当前方案或潮流作业对应的网络中,请检查数据", 0);
+        ReportError(Text::tr("要整定的保护不在当前方案或潮流作业对应的网络中,请检查数据"), 0);
         return false;
     }
     const SettingsByRelay& working = workingSettings();

@@ -4,6 +4,7 @@
 
 #include "exchange/FileNames.h"
 #include "exchange/ResultFiles.h"
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/BulkUpdate.h"
 #include "programs/engine/CRelayFaultCal.h"
@@ -18,7 +19,7 @@ class Values {
   public:
     explicit Values(const char* file) : file_(file) {}
     ~Values() {
-        if (refused_) ReportError(QString(file_) + "中有不能采用的数值，按0处理", 1);
+        if (refused_) ReportError(QString(file_) + Text::tr("中有不能采用的数值，按0处理"), 1);
     }
     Values(const Values&) = delete;
     Values& operator=(const Values&) = delete;
@@ -38,7 +39,7 @@ class Values {
 std::optional<std::string> readResults(const QString& workDir, const char* file, std::size_t first, std::size_t end) {
     auto text = work::read(workDir, file);
     const int bad = text ? exchange::unreadableLines(*text, first, end) : 0;
-    if (bad > 0) ReportError(QString(file) + "中有" + QString::number(bad) + "行不能识别", 1);
+    if (bad > 0) ReportError(QString(file) + Text::tr("中有") + QString::number(bad) + Text::tr("行不能识别"), 1);
     return text;
 }
 

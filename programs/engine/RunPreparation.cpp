@@ -1,5 +1,6 @@
 #include "programs/engine/RunPreparation.h"
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/Messages.h"
 #include "programs/frame/StageColumns.h"
@@ -11,7 +12,7 @@ constexpr const char* kWorkingTables[] = {"RLY_CRUDRM", "RLY_CFZXS", "RLY_CFZXSR
 
 bool hasRelays() {
     if (sql::scalar({}, "SELECT COUNT(*) FROM RLY_RLYOBJ_TEM", {}, 0).toInt() > 0) return true;
-    ReportError("作业中没有选择保护，不能进行计算", 0);
+    ReportError(Text::tr("作业中没有选择保护，不能进行计算"), 0);
     return false;
 }
 
@@ -45,7 +46,7 @@ bool prepare(CCaseCalFlow& flow, RowCursor& cursor, int mode) {
     if (!flow.relayInput().PrepareCalculation(mode)) return false;
     cursor = RowCursor::ofCase(flow.caseNo());
     if (cursor.first()) return true;
-    ReportError("没有需要计算的定值，请检查整定的段和整定规则", 0);
+    ReportError(Text::tr("没有需要计算的定值，请检查整定的段和整定规则"), 0);
     return false;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/BulkUpdate.h"
 #include "programs/engine/CRelayInputCal.h"
@@ -22,7 +23,8 @@ int klmFlagOf(const RuleData& rules, int rTypeNo, int pno, const QString& cdz) {
 void tellUnusable() {
     const int count =
         sql::scalar({}, "SELECT COUNT(*) FROM RLY_RDZTEM WHERE Case_No=? AND NOT RDz>0", {kSensitivityCase}, 0).toInt();
-    if (count > 0) ReportError("参量类型错误或数值小于等于零（" + QString::number(count) + "项）", 1);
+    if (count > 0)
+        ReportError(Text::tr("参量类型错误或数值小于等于零（") + QString::number(count) + Text::tr("项）"), 1);
 }
 
 }  // namespace
@@ -35,10 +37,10 @@ double sensitivityOf(double parameter1, double parameter2, int flg, int klmFlg, 
     const double parameter = sensitivityParameter(parameter1, parameter2, flg);
     if (klmFlg == 2) {
         if (parameter != 0) return setting / parameter;
-        ReportError("参量值不能为0，请重新计算灵敏度校验用参量值，灵敏度＝定值/参量值", 1);
+        ReportError(Text::tr("参量值不能为0，请重新计算灵敏度校验用参量值，灵敏度＝定值/参量值"), 1);
     } else if (klmFlg == 1) {
         if (setting != 0) return parameter / setting;
-        ReportError("定值不能为0，请重新计算定值，灵敏度＝参量值/定值", 1);
+        ReportError(Text::tr("定值不能为0，请重新计算定值，灵敏度＝参量值/定值"), 1);
     }
     return kNone;
 }

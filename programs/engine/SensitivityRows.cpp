@@ -1,3 +1,4 @@
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/CRelayInputCal.h"
 #include "programs/frame/LocationKey.h"
@@ -20,7 +21,7 @@ QHash<QString, Parameters> storedParameters() {
 
 QString noteOf(const RuleData& rules, int ruleNo) {
     if (const SettingRule* rule = rules.rule(ruleNo)) return rule->note;
-    ReportError("缺少计算灵敏度参量的规则", 1);
+    ReportError(Text::tr("缺少计算灵敏度参量的规则"), 1);
     return {};
 }
 
@@ -29,7 +30,9 @@ int flagOf(int ruleNo) { return ruleNo >= 41 && ruleNo <= 70 ? 12 : 11; }
 
 void tellMissing(const sql::Query& relay) {
     const QString node = relay.text(relay.number(4) == 1 ? 2 : 3);
-    ReportError(relay.text(1) + " " + node + "侧的灵敏度参量没有计算，不能形成灵敏度参量表，请先进行灵敏度参量计算", 1);
+    ReportError(
+        relay.text(1) + " " + node + Text::tr("侧的灵敏度参量没有计算，不能形成灵敏度参量表，请先进行灵敏度参量计算"),
+        1);
 }
 
 }  // namespace
@@ -43,7 +46,7 @@ bool CRelayInputCal::BuildSensitivityRows() {
     relay.exec("SELECT DISTINCT RNo,ID_Name,I_Name,J_Name,Side FROM RLY_RLYOBJ_TEM");
     while (relay.next()) {
         if (checks.empty()) {
-            ReportError("没有与该保护类型对应的灵敏度参量信息", 1);
+            ReportError(Text::tr("没有与该保护类型对应的灵敏度参量信息"), 1);
             return false;
         }
         const auto found = stored.constFind(locationKey(relay.text(1), relay.text(2), relay.text(3), relay.number(4)));
@@ -56,6 +59,6 @@ bool CRelayInputCal::BuildSensitivityRows() {
                             flagOf(check.ruleNo)});
     }
     if (sql::insertRows({}, "RLY_RKLMTEM_TEM", kColumns, rows)) return true;
-    ReportError("生成灵敏度中间结果表失败", 0);
+    ReportError(Text::tr("生成灵敏度中间结果表失败"), 0);
     return false;
 }

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/CRelayInputCal.h"
 #include "programs/frame/Messages.h"
@@ -40,7 +41,8 @@ QHash<int, Place> byNumber(const QVector<Place>& relays) {
 const SettingRule* ruleWithOutput(const RuleData& rules, int ruleNo) {
     const SettingRule* rule = rules.rule(ruleNo);
     if (rule && !rule->outputs.isEmpty()) return rule;
-    ReportError("整定规则" + QString::number(ruleNo) + (rule ? "没有输出量" : "不存在"), 1);
+    ReportError(Text::tr("整定规则") + QString::number(ruleNo) + (rule ? Text::tr("没有输出量") : Text::tr("不存在")),
+                1);
     return nullptr;
 }
 
@@ -56,7 +58,7 @@ std::vector<int> sensitivityRulesOf(const std::vector<SensitivityCheck>& checks)
     return numbers;
 }
 
-bool replaceSettingRows(int caseNo, const QVector<QVariantList>& rows, const char* failure) {
+bool replaceSettingRows(int caseNo, const QVector<QVariantList>& rows, const QString& failure) {
     if (sql::Query().exec("DELETE FROM RLY_RDZTEM WHERE Case_No=?", {caseNo}) &&
         sql::insertRows({}, "RLY_RDZTEM", kSettingColumns, rows))
         return true;
@@ -79,19 +81,19 @@ bool CRelayInputCal::BuildSettingRows() {
         if (!rule) continue;
         const auto relay = relays.constFind(q.number(1));
         if (relay == relays.constEnd()) {
-            ReportError("整定目标列表与保护作业信息表不对应", 1);
+            ReportError(Text::tr("整定目标列表与保护作业信息表不对应"), 1);
             continue;
         }
         for (const QString& cdz : rule->outputs) rows.push_back(settingRow(*relay, q.number(2), cdz, *rule, caseNo_));
     }
-    return replaceSettingRows(caseNo_, rows, "生成定值中间结果表失败");
+    return replaceSettingRows(caseNo_, rows, Text::tr("生成定值中间结果表失败"));
 }
 
 bool CRelayInputCal::BuildKlmSettingRows() {
     const std::vector<int> numbers = sensitivityRulesOf(rules().sensitivityChecks(rTypeNo_));
     if (numbers.empty()) {
         sql::Query().exec("DELETE FROM RLY_RDZTEM WHERE Case_No=?", {caseNo_});
-        ReportError("没有为当前保护类型指定灵敏度校验用参量的计算规则", 1);
+        ReportError(Text::tr("没有为当前保护类型指定灵敏度校验用参量的计算规则"), 1);
         return false;
     }
     std::vector<const SettingRule*> used;
@@ -100,10 +102,10 @@ bool CRelayInputCal::BuildKlmSettingRows() {
         if (rule && !rule->outputs.isEmpty())
             used.push_back(rule);
         else
-            ReportError("灵敏度参量计算规则" + QString::number(number) + "不存在或者没有输出量", 1);
+            ReportError(Text::tr("灵敏度参量计算规则") + QString::number(number) + Text::tr("不存在或者没有输出量"), 1);
     }
     QVector<QVariantList> rows;
     for (const Place& relay : relaysOfCase())
         for (const SettingRule* rule : used) rows.push_back(settingRow(relay, 1, rule->outputs[0], *rule, caseNo_));
-    return replaceSettingRows(caseNo_, rows, "生成定值中间结果表失败，不能计算灵敏度参量");
+    return replaceSettingRows(caseNo_, rows, Text::tr("生成定值中间结果表失败，不能计算灵敏度参量"));
 }

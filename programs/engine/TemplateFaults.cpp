@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/host/Text.h"
 #include "programs/engine/BranchTable.h"
 #include "programs/engine/OutageRows.h"
 #include "programs/frame/Messages.h"
@@ -113,10 +114,10 @@ BranchWalk stepsOfTemplate(int lType, const RelayPlace& place) {
 
 void insertTemplateFaults(const FaultAtSteps& fault, const BranchWalk& steps, RuleFaultRows& rows) {
     int mType = rows.highest(fault.pno, fault.rMode, 0, kLastFault) + 1;
-    if (mType > kLastFault) return ReportError(kTooManyFaults, 0);
+    if (mType > kLastFault) return ReportError(Text::tr(kTooManyFaults), 0);
     for (const WalkStep& step : steps) {
         if (!takesFault(fault, step)) continue;
-        if (mType > kLastFault) return ReportError(kTooManyFaults, 0);
+        if (mType > kLastFault) return ReportError(Text::tr(kTooManyFaults), 0);
         addAt(fault, step, mType++, rows);
     }
 }

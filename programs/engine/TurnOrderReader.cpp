@@ -3,6 +3,7 @@
 #include "exchange/FileNames.h"
 #include "exchange/ResultFiles.h"
 #include "exchange/TextFile.h"
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/CRelayFaultCal.h"
 #include "programs/engine/WorkFiles.h"
@@ -63,7 +64,7 @@ bool CRelayFaultCal::ReadTurnOrder() {
         return setTurns("RLY_CASEINF", " AND Case_No=?", {caseNo_}, turns) &&
                setTurns("RLY_RLYOBJ_TEM", {}, {}, turns) && whole.commit();
     } catch (const exchange::FormatError& error) {
-        ReportError(QString("读") + exchange::file::kTurnOrder + "失败（" + error.what() + "）", 1);
+        ReportError(Text::tr("读") + exchange::file::kTurnOrder + Text::tr("失败（") + error.what() + "）", 1);
         return false;
     }
 }

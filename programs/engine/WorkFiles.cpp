@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "exchange/TextFile.h"
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/Messages.h"
 
@@ -16,7 +17,7 @@ std::filesystem::path pathOf(const QString& workDir, const char* name) {
 }
 
 bool told(bool written, const char* name) {
-    if (!written) ReportError(QString("写") + name + "失败", 0);
+    if (!written) ReportError(Text::tr("写") + name + Text::tr("失败"), 0);
     return written;
 }
 
@@ -34,7 +35,7 @@ std::optional<std::string> read(const QString& workDir, const char* name) {
     try {
         return exchange::readAll(pathOf(workDir, name));
     } catch (const exchange::FormatError&) {
-        ReportError(QString("读") + name + "失败", 1);
+        ReportError(Text::tr("读") + name + Text::tr("失败"), 1);
         return std::nullopt;
     }
 }

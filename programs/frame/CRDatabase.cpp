@@ -3,6 +3,7 @@
 #include <QSqlDatabase>
 #include <algorithm>
 
+#include "platform/host/Text.h"
 #include "platform/server/Server.h"
 #include "programs/frame/Messages.h"
 #include "programs/frame/TableNames.h"
@@ -28,37 +29,37 @@ bool CRDatabase::Open(const QString& dbName, const QString& connection, QString*
 
 bool CRDatabase::ConnectDB(const QString& dbName, const QString& connection, bool openExisting) {
     if (!server::hasDriver(driver_)) {
-        ReportError("不能连接到数据库" + connection, 1);
+        ReportError(Text::tr("不能连接到数据库") + connection, 1);
         return false;
     }
     if (!openExisting) return CreateAndConnect(dbName, connection);
     QString reason;
     if (!Open(dbName, connection, &reason)) {
-        ReportError("打开数据库" + dbName + "失败: ", 0);
+        ReportError(Text::tr("打开数据库") + dbName + Text::tr("失败: "), 0);
         ReportError(reason, 0);
         return false;
     }
-    ReportSuccess("与数据库" + dbName + "连接成功!", 0);
+    ReportSuccess(Text::tr("与数据库") + dbName + Text::tr("连接成功!"), 0);
     return true;
 }
 
 bool CRDatabase::CreateAndConnect(const QString& dbName, const QString& connection) {
     server::closeConnection(connection);
     if (!QSqlDatabase::contains(tables::serverConnection)) {
-        ReportError(QStringLiteral("没有建立与MYSQL库的连接"), 1);
+        ReportError(Text::tr("没有建立与MYSQL库的连接"), 1);
         return false;
     }
     sql::Query query(tables::serverConnection);
     const QString name = sql::quotedName(dbName);
     if (!query.exec("DROP DATABASE IF EXISTS " + name) ||
         !query.exec("CREATE DATABASE " + name + server::databaseOptions())) {
-        ReportError("创建数据库" + dbName + "失败", 1);
+        ReportError(Text::tr("创建数据库") + dbName + Text::tr("失败"), 1);
         return false;
     }
-    ReportSuccess("创建数据库" + dbName + "成功", 0);
+    ReportSuccess(Text::tr("创建数据库") + dbName + Text::tr("成功"), 0);
     QString reason;
     if (Open(dbName, connection, &reason)) return true;
-    ReportError("打开数据库" + dbName + "失败: ", 0);
+    ReportError(Text::tr("打开数据库") + dbName + Text::tr("失败: "), 0);
     ReportError(reason, 0);
     return false;
 }
@@ -71,10 +72,10 @@ namespace {
 
 bool drop(const QString& name, int code) {
     const QString connection = tables::connectionOfCode(code);
-    if (connection.isEmpty()) ReportError(QStringLiteral("无法确认的表"), 1);
+    if (connection.isEmpty()) ReportError(Text::tr("无法确认的表"), 1);
     if (!connection.isEmpty() && sql::Query(connection).exec("DROP TABLE IF EXISTS " + sql::quotedName(name)))
         return true;
-    ReportError("无法删除已经存在的表" + name + "不能执行创建表操作", 1);
+    ReportError(Text::tr("无法删除已经存在的表") + name + Text::tr("不能执行创建表操作"), 1);
     return false;
 }
 
@@ -83,16 +84,16 @@ bool drop(const QString& name, int code) {
 bool CRDatabase::BuildTable(const QString& name, int code, int dropFirst) {
     if (dropFirst == 1 && !drop(name, code)) return false;
     const QString statement = tables::creationText(name, code);
-    if (statement.isEmpty()) ReportError(name + "表没有定义", 1);
+    if (statement.isEmpty()) ReportError(name + Text::tr("表没有定义"), 1);
     if (!statement.isEmpty() && sql::Query(tables::connectionOfCode(code)).exec(statement)) return true;
-    ReportError(name + "表创建失败********************", 1);
+    ReportError(name + Text::tr("表创建失败********************"), 1);
     return false;
 }
 
 bool CRDatabase::BuildNewTable(const QString&) {
     for (const tables::Definition& entry : std::as_const(entries_)) {
         if (entry.group == Group::Rule || BuildTable(entry.layout.name, entry.code, 0)) continue;
-        ReportError(QStringLiteral("创建数据表失败"), 1);
+        ReportError(Text::tr("创建数据表失败"), 1);
         return false;
     }
     return SeedDisplayTable();
@@ -145,7 +146,7 @@ bool CRDatabase::DeleteTmpTb(const QString& rule, const QString& relay, const QS
     const QStringList connections{rule, relay, cases, working};
     if (std::none_of(connections.begin(), connections.end(),
                      [](const QString& connection) { return QSqlDatabase::contains(connection); })) {
-        ReportError(QStringLiteral("数据库连接错误，不能删除临时表"), 1);
+        ReportError(Text::tr("数据库连接错误，不能删除临时表"), 1);
         return false;
     }
     bool all = true;
@@ -154,7 +155,8 @@ bool CRDatabase::DeleteTmpTb(const QString& rule, const QString& relay, const QS
         sql::Query query(connections[static_cast<int>(entry.group)]);
         const bool done = query.exec("DROP TABLE IF EXISTS " + sql::quotedName(entry.layout.name + ending));
         const QString separator = ending.isEmpty() ? "" : " ";
-        all &= report(done, "删除临时数据表" + entry.layout.name + ending, separator + "成功", separator + "失败!");
+        all &= report(done, Text::tr("删除临时数据表") + entry.layout.name + ending, separator + Text::tr("成功"),
+                      separator + Text::tr("失败!"));
     }
     for (const QString& connection : connections) server::closeConnection(connection);
     return all;
@@ -162,15 +164,15 @@ bool CRDatabase::DeleteTmpTb(const QString& rule, const QString& relay, const QS
 
 bool CRDatabase::DeleteRLYTM() {
     if (!QSqlDatabase::contains(tables::workingConnection)) {
-        ReportError(QStringLiteral("与RLYTM库的数据连接错误，无法删除RLYTM库中各表数据"), 1);
+        ReportError(Text::tr("与RLYTM库的数据连接错误，无法删除RLYTM库中各表数据"), 1);
         return false;
     }
     for (const tables::Definition& entry : entriesOf(Group::Working)) {
         if (!sql::Query(tables::workingConnection).exec("TRUNCATE TABLE " + sql::quotedName(entry.layout.name))) {
-            ReportError(QStringLiteral("无法删除RLYTM库中各表数据"), 1);
+            ReportError(Text::tr("无法删除RLYTM库中各表数据"), 1);
             return false;
         }
-        ReportSuccess("删除" + entry.layout.name + "表中数据", 0);
+        ReportSuccess(Text::tr("删除") + entry.layout.name + Text::tr("表中数据"), 0);
     }
     return true;
 }
@@ -180,7 +182,8 @@ bool CRDatabase::DeleteTMTabDat() {
         if (entry.group == Group::Working) continue;
         sql::Query query(tables::connectionOf(entry.group));
         const bool done = query.exec("TRUNCATE TABLE " + sql::quotedName(entry.layout.name + "_TEM") + ' ');
-        report(done, "删除临时数据表" + entry.layout.name + "_TEM 数据", "成功", "失败!");
+        report(done, Text::tr("删除临时数据表") + entry.layout.name + Text::tr("_TEM 数据"), Text::tr("成功"),
+               Text::tr("失败!"));
     }
     return true;
 }
@@ -189,14 +192,14 @@ bool CRDatabase::DeleteDb(const QString& project) {
     for (const Group group : {Group::Rule, Group::Relay, Group::Case, Group::Working})
         server::closeConnection(tables::connectionOf(group));
     if (!QSqlDatabase::contains(tables::serverConnection) && !ConnectDB("mysql", tables::serverConnection, true)) {
-        ReportError(QStringLiteral("建立与mysql库的连接失败，不能删除数据库"), 1);
+        ReportError(Text::tr("建立与mysql库的连接失败，不能删除数据库"), 1);
         return false;
     }
     bool all = true;
     for (const QString& suffix : {tables::ruleSuffix, tables::relaySuffix, tables::caseSuffix, tables::workingSuffix}) {
         const QString name = project + suffix;
         const bool done = sql::Query(tables::serverConnection).exec("DROP DATABASE IF EXISTS " + sql::quotedName(name));
-        all &= report(done, "删除数据库" + name, "", "失败");
+        all &= report(done, Text::tr("删除数据库") + name, "", Text::tr("失败"));
     }
     server::closeConnection(tables::serverConnection);
     return all;

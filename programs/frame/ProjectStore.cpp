@@ -9,6 +9,7 @@
 
 #include "exchange/RealTimeNameFile.h"
 #include "platform/host/BaseTables.h"
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/CRDatabase.h"
 #include "programs/frame/Messages.h"
@@ -73,7 +74,7 @@ class ChangeLock {
         QDir().mkpath(folder);
         file_.setStaleLockTime(0);
         held_ = file_.tryLock(60000);
-        if (!held_) ReportError("另一个程序正在改动工程，请稍后再试", 0);
+        if (!held_) ReportError(Text::tr("另一个程序正在改动工程，请稍后再试"), 0);
     }
     [[nodiscard]] bool held() const { return held_; }
 
@@ -96,16 +97,18 @@ ProjectStore::ProjectStore(const QString& folder) : folder_(folder) {
 }
 
 QString ProjectStore::whyNotName(const QString& name) {
-    if (name.trimmed().isEmpty()) return "工程名不能为空";
-    if (name != name.trimmed()) return "工程名首尾不能有空格";
-    if (name.size() > kLongestName) return "工程名不能超过" + QString::number(kLongestName) + "个字符";
+    if (name.trimmed().isEmpty()) return Text::tr("工程名不能为空");
+    if (name != name.trimmed()) return Text::tr("工程名首尾不能有空格");
+    if (name.size() > kLongestName)
+        return Text::tr("工程名不能超过") + QString::number(kLongestName) + Text::tr("个字符");
     const auto bad = [](QChar c) {
         return c.category() == QChar::Other_Control || c.isSurrogate() || QString("/\\.:*?\"<>|`").contains(c);
     };
-    if (std::any_of(name.begin(), name.end(), bad)) return "工程名中不能有路径符号、点号或控制字符";
-    if (name.endsWith(tables::ruleSuffix, Qt::CaseInsensitive)) return "工程名不能以" + tables::ruleSuffix + "结尾";
+    if (std::any_of(name.begin(), name.end(), bad)) return Text::tr("工程名中不能有路径符号、点号或控制字符");
+    if (name.endsWith(tables::ruleSuffix, Qt::CaseInsensitive))
+        return Text::tr("工程名不能以") + tables::ruleSuffix + Text::tr("结尾");
     static const QStringList reserved = {"mysql", "sys", "information_schema", "performance_schema"};
-    if (reserved.contains(name, Qt::CaseInsensitive)) return "工程名" + name + "是保留名";
+    if (reserved.contains(name, Qt::CaseInsensitive)) return Text::tr("工程名") + name + Text::tr("是保留名");
     return {};
 }
 
@@ -131,18 +134,18 @@ bool ProjectStore::makeDirectory(const QString& name) const {
     const bool made = QDir().mkpath(directory + "Temp") && QDir().mkpath(directory + kRealTimeDirectory) &&
                       file.open(QIODevice::WriteOnly) && file.write(kRealTimeDirectory) > 0 && file.write("\n") > 0 &&
                       file.commit();
-    if (!made) ReportError("不能建立工程目录" + directory, 0);
+    if (!made) ReportError(Text::tr("不能建立工程目录") + directory, 0);
     return made;
 }
 
 bool ProjectStore::isFree(const QString& name) const {
     const QString why = whyNotName(name);
     if (!why.isEmpty()) return deny(why);
-    if (exists(name)) return deny("工程" + name + "已经存在");
+    if (exists(name)) return deny(Text::tr("工程") + name + Text::tr("已经存在"));
     CRDatabase server = database();
     if (!connectServer(server)) return false;
     for (const QString& taken : {name, name + tables::ruleSuffix})
-        if (databaseExists(taken)) return deny("服务器上已有不属于本机工程的数据库" + taken);
+        if (databaseExists(taken)) return deny(Text::tr("服务器上已有不属于本机工程的数据库") + taken);
     return true;
 }
 
@@ -170,7 +173,7 @@ bool ProjectStore::fillFrom(const QString& oldName, const QString& newName) cons
 
 bool ProjectStore::complete(const QString& name) const {
     if (QDir().rename(folder_ + kPart + name, folder_ + name)) return true;
-    ReportError("不能建立工程目录" + folder_ + name, 0);
+    ReportError(Text::tr("不能建立工程目录") + folder_ + name, 0);
     return false;
 }
 
@@ -198,9 +201,9 @@ std::optional<Project> ProjectStore::create(const QString& name, const QString& 
 }
 
 std::optional<Project> ProjectStore::find(const QString& name) const {
-    if (!whyNotName(name).isEmpty() || !exists(name)) return refuse("没有名为" + name + "的工程");
+    if (!whyNotName(name).isEmpty() || !exists(name)) return refuse(Text::tr("没有名为") + name + Text::tr("的工程"));
     Project found = project(name, name);
-    if (found.realTimeName.isEmpty()) return refuse(QString("读 ") + kNameFile + " 失败");
+    if (found.realTimeName.isEmpty()) return refuse(Text::tr("读 ") + kNameFile + Text::tr(" 失败"));
     return found;
 }
 
@@ -221,7 +224,7 @@ std::optional<Project> ProjectStore::saveAs(const QString& oldName, const QStrin
     const ChangeLock lock(folder_);
     if (!lock.held()) return std::nullopt;
     clearParts();
-    if (oldName == newName) return refuse("不能另存为同名工程");
+    if (oldName == newName) return refuse(Text::tr("不能另存为同名工程"));
     if (!open(oldName) || !isFree(newName)) return std::nullopt;
     const Project old = project(oldName, oldName);
     if (!makeDirectory(newName) || !fillFrom(oldName, newName)) {
@@ -239,8 +242,9 @@ bool ProjectStore::remove(const QString& name) {
     const ChangeLock lock(folder_);
     if (!lock.held()) return false;
     clearParts();
-    if (!whyNotName(name).isEmpty() || !exists(name)) return deny("没有名为" + name + "的工程");
-    if (!QDir().rename(folder_ + name, folder_ + kPart + name)) return deny("不能删除工程目录" + folder_ + name);
+    if (!whyNotName(name).isEmpty() || !exists(name)) return deny(Text::tr("没有名为") + name + Text::tr("的工程"));
+    if (!QDir().rename(folder_ + name, folder_ + kPart + name))
+        return deny(Text::tr("不能删除工程目录") + folder_ + name);
     discard(name);
     return !QFileInfo::exists(folder_ + kPart + name);
 }

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <algorithm>
 
+#include "platform/host/Text.h"
 #include "platform/import/CsvTable.h"
 #include "platform/import/Import.h"
 #include "platform/sql/Sql.h"
@@ -26,7 +27,7 @@ struct TableText {
 TableText readTable(const QString& folder, const tables::Definition& table) {
     TableText text{&table, QDir(folder).filePath(table.layout.name + ".csv"), {}};
     QFile file(text.file);
-    if (!file.open(QIODevice::ReadOnly)) fail(text, 0, "规则库文件打不开");
+    if (!file.open(QIODevice::ReadOnly)) fail(text, 0, Text::tr("规则库文件打不开"));
     text.content = import::parseCsv(file.readAll().toStdString(), text.file.toStdString());
     return text;
 }
@@ -36,10 +37,10 @@ QStringList columnsOf(const TableText& text) {
     for (const std::string& cell : text.content.header.cells) columns << QString::fromStdString(cell);
     for (const QString& column : columns)
         if (!text.table->layout.columnNames().contains(column, Qt::CaseInsensitive))
-            fail(text, text.content.header.line, "没有这一列：" + column);
+            fail(text, text.content.header.line, Text::tr("没有这一列：") + column);
     for (const sql::Column& column : text.table->layout.columns)
         if (!columns.contains(column.name, Qt::CaseInsensitive))
-            fail(text, text.content.header.line, "缺少列：" + column.name);
+            fail(text, text.content.header.line, Text::tr("缺少列：") + column.name);
     return columns;
 }
 
@@ -49,7 +50,7 @@ QVariant valueOf(const TableText& text, const sql::Column& column, const QString
     if (isNumberType(column.type)) {
         bool ok = false;
         const double value = cell.toDouble(&ok);
-        if (!ok) fail(text, line, column.name + " 不是数值：" + cell);
+        if (!ok) fail(text, line, column.name + Text::tr(" 不是数值：") + cell);
         return value;
     }
     const QString reason = sql::whyNotStorable(cell, charLength(column.type));
@@ -90,7 +91,7 @@ bool RuleLibrary::load(const QString& folder, const QString& connection, QString
         for (const tables::Definition& table : tables::definitions())
             if (table.group == tables::Group::Rule) texts << readTable(folder, table);
         if (tables::CreateRuleTables(connection) && fill(texts, connection)) return true;
-        *error = "规则库没有装入：数据库拒绝了规则表";
+        *error = Text::tr("规则库没有装入：数据库拒绝了规则表");
     } catch (const import::ImportError& refused) {
         *error = QString::fromUtf8(refused.what());
     }

@@ -1,5 +1,6 @@
 #include <QSet>
 
+#include "platform/host/Text.h"
 #include "platform/server/Server.h"
 #include "programs/frame/CRDatabase.h"
 #include "programs/frame/Messages.h"
@@ -46,9 +47,9 @@ bool copyRows(const QString& connection, const QString& target, const QString& s
 bool copyAndReport(const QString& connection, const QString& target, const QString& source, const QString& shown) {
     const bool done = copyRows(connection, target, source);
     if (done)
-        ReportSuccess("另存数据表" + shown + "成功!", 0);
+        ReportSuccess(Text::tr("另存数据表") + shown + Text::tr("成功!"), 0);
     else
-        ReportError("另存数据表" + shown + "失败!", 1);
+        ReportError(Text::tr("另存数据表") + shown + Text::tr("失败!"), 1);
     return done;
 }
 
@@ -100,30 +101,30 @@ bool CRDatabase::ReturnTo(const QString& oldProject, const QString& newProject) 
         close(oldConnections());
         return false;
     }
-    ReportError(QStringLiteral("不能转换回连接，致命错误，请重新启动程序！"), 0);
+    ReportError(Text::tr("不能转换回连接，致命错误，请重新启动程序！"), 0);
     DeleteTmpTb(tables::oldRuleConnection, tables::oldRelayConnection, tables::oldCaseConnection,
                 tables::oldWorkingConnection);
     return false;
 }
 
 bool CRDatabase::SaveAsDb(const QString& oldProject, const QString& newProject) {
-    if (oldProject == newProject) return failed(QStringLiteral("不能另存为同名工程"));
+    if (oldProject == newProject) return failed(Text::tr("不能另存为同名工程"));
     if (!ConnectProject(oldProject, oldConnections())) {
         close(oldConnections());
-        return failed(QStringLiteral("不能另存工程"));
+        return failed(Text::tr("不能另存工程"));
     }
     const QStringList targets{databaseOf(newProject, Group::Rule), databaseOf(newProject, Group::Relay)};
     const bool copied = server::markDatabases(tables::oldRelayConnection, targets, false) &&
                         CopyProject(oldProject, newProject) &&
                         server::markDatabases(tables::oldRelayConnection, targets, true);
     if (!copied) {
-        ReportError(QStringLiteral("另存工程失败"), 1);
+        ReportError(Text::tr("另存工程失败"), 1);
         return ReturnTo(oldProject, newProject);
     }
     if (DeleteTmpTb(tables::oldRuleConnection, tables::oldRelayConnection, tables::oldCaseConnection,
                     tables::oldWorkingConnection))
-        ReportSuccess(QStringLiteral("另存工程成功"), 0);
+        ReportSuccess(Text::tr("另存工程成功"), 0);
     else
-        ReportError(QStringLiteral("不能关闭旧工程的数据库"), 1);
+        ReportError(Text::tr("不能关闭旧工程的数据库"), 1);
     return true;
 }

@@ -1,5 +1,6 @@
 #include <QHash>
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/Messages.h"
 #include "programs/model/RelayStore.h"
@@ -80,6 +81,6 @@ bool RelayStore::voltageBand(double level, double* lowest, double* highest) {
         *highest = band.highest;
         return true;
     }
-    ReportError("电压等级数据有错不能选择保护", 0);
+    ReportError(Text::tr("电压等级数据有错不能选择保护"), 0);
     return false;
 }

@@ -3,6 +3,7 @@
 #include <QSet>
 #include <cmath>
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/BranchTable.h"
 #include "programs/engine/Sensitivity.h"
@@ -92,13 +93,13 @@ bool Installation::hasPlace(const RelayTypeInfo& type, const Location& at) {
 bool Installation::refuses(const RelayRequest& request) {
     const auto usable = [](double ratio) { return std::isfinite(ratio) && ratio >= 1e-6 && ratio <= 9999999.999999; };
     if (request.RTypeNo == 0 || !types_.contains(request.RTypeNo)) {
-        refuse(request, "没有编号为" + QString::number(request.RTypeNo) + "的保护类型");
+        refuse(request, Text::tr("没有编号为") + QString::number(request.RTypeNo) + Text::tr("的保护类型"));
     } else if (!hasPlace(types_[request.RTypeNo], request.at)) {
-        refuse(request, "网络中没有可以装设" + types_[request.RTypeNo].RTypeCode + "的位置: " + request.at.ID_Name +
-                            " " + request.at.I_Name + " " + request.at.J_Name + " " +
-                            (request.at.Side == 1 ? "I" : "J") + "侧");
+        refuse(request, Text::tr("网络中没有可以装设") + types_[request.RTypeNo].RTypeCode + Text::tr("的位置: ") +
+                            request.at.ID_Name + " " + request.at.I_Name + " " + request.at.J_Name + " " +
+                            (request.at.Side == 1 ? "I" : "J") + Text::tr("侧"));
     } else if (!usable(request.ctRatio) || !usable(request.ptRatio)) {
-        refuse(request, "CT或PT变比不能为0");
+        refuse(request, Text::tr("CT或PT变比不能为0"));
     } else {
         return false;
     }

@@ -1,11 +1,12 @@
 #include "programs/netview/VirtualRelays.h"
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/BranchTable.h"
 #include "programs/frame/Messages.h"
 
 bool SearchDumRelay() {
-    ReportSuccess("开始自动装设虚拟保护.....", 0);
+    ReportSuccess(Text::tr("开始自动装设虚拟保护....."), 0);
     sql::Query query;
     const bool ok = query.exec(
         "INSERT INTO RLY_DUMRLY (Valid,RTypeNo,ID_Name,I_Name,J_Name,Side)"
@@ -17,6 +18,6 @@ bool SearchDumRelay() {
         " LEFT JOIN RLY_DUMRLY d ON d.ID_Name=e.ID_Name AND d.I_Name=e.I_Name AND d.J_Name=e.J_Name AND d.Side=e.Side"
         " WHERE d.ID_Name IS NULL ORDER BY e.ID_Name,e.Side");
     BranchTable::invalidate();
-    ReportSuccess("自动装设虚拟保护完毕", 0);
+    ReportSuccess(Text::tr("自动装设虚拟保护完毕"), 0);
     return ok;
 }

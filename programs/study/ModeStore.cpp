@@ -3,6 +3,7 @@
 #include <QHash>
 #include <cmath>
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/Messages.h"
 
@@ -22,32 +23,32 @@ bool isNumber(const QString& text) {
 }
 
 QString faultOf(const ModeRow& row) {
-    if (!isNumber(row.R)) return "行,R的输入类型有错误";
-    if (!isNumber(row.X)) return "行,X的输入类型有错误";
-    if (row.ID_Name.trimmed().isEmpty()) return "行,支路名不能为空";
-    if (row.I_Name.trimmed().isEmpty()) return "行,支路I侧节点名不能为空";
-    if (row.J_Name.trimmed().isEmpty()) return "行,支路J侧节点名不能为空";
+    if (!isNumber(row.R)) return Text::tr("行,R的输入类型有错误");
+    if (!isNumber(row.X)) return Text::tr("行,X的输入类型有错误");
+    if (row.ID_Name.trimmed().isEmpty()) return Text::tr("行,支路名不能为空");
+    if (row.I_Name.trimmed().isEmpty()) return Text::tr("行,支路I侧节点名不能为空");
+    if (row.J_Name.trimmed().isEmpty()) return Text::tr("行,支路J侧节点名不能为空");
     return {};
 }
 
 bool checkRows(const QVector<ModeRow>& rows) {
     for (int i = 0; i < rows.size(); ++i) {
         const QString fault = faultOf(rows[i]);
-        if (!fault.isEmpty()) return refuse("第" + QString::number(i + 1) + fault);
+        if (!fault.isEmpty()) return refuse(Text::tr("第") + QString::number(i + 1) + fault);
     }
     return true;
 }
 
 bool check(const OperatingModeRecord& mode) {
-    if (mode.rows.isEmpty()) return refuse("运行方式内容不能为空");
-    if (mode.SysName.trimmed().isEmpty()) return refuse("运行方式名不能为空");
-    if (mode.SysName == "*NEW_VALUE*") return refuse("运行方式名不能为*NEW_VALUE*");
+    if (mode.rows.isEmpty()) return refuse(Text::tr("运行方式内容不能为空"));
+    if (mode.SysName.trimmed().isEmpty()) return refuse(Text::tr("运行方式名不能为空"));
+    if (mode.SysName == "*NEW_VALUE*") return refuse(Text::tr("运行方式名不能为*NEW_VALUE*"));
     QString why = sql::whyNotStorable(mode.SysName, 20);
     if (why.isEmpty()) why = sql::whyNotStorable(mode.Note, 100);
-    if (!why.isEmpty()) return refuse("运行方式" + mode.SysName + ": " + why);
+    if (!why.isEmpty()) return refuse(Text::tr("运行方式") + mode.SysName + ": " + why);
     if (sql::scalar({}, "SELECT COUNT(*) FROM RLY_RSYSMODEDLS WHERE SysName=? AND SysNo!=?", {mode.SysName, mode.SysNo})
             .toInt() > 0)
-        return refuse("运行方式已经存在");
+        return refuse(Text::tr("运行方式已经存在"));
     return checkRows(mode.rows);
 }
 

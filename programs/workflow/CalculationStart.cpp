@@ -1,5 +1,6 @@
 #include "programs/workflow/CalculationStart.h"
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/CHandCalFlow.h"
 #include "programs/workflow/CoordinationSearch.h"
@@ -26,12 +27,12 @@ bool CalculationStart::leaveOutParts() {
 bool CalculationStart::start() {
     network_.SwitchNetwork(case_.Mlf, case_.Case_lf, case_.Scheme);
     if (!network_.LoadCaseHeaders(case_.Case_lf)) return false;
-    emit progress(0, "初始化计算数据...");
+    emit progress(0, Text::tr("初始化计算数据..."));
     if (!cases_.LoadCaseRelays()) return false;
-    emit progress(20, "初始化计算数据...");
+    emit progress(20, Text::tr("初始化计算数据..."));
     if (!leaveOutParts()) return false;
     CoordinationSearch::SearchRlyCop(case_.Case_No);
-    emit progress(40, "初始化计算数据...");
+    emit progress(40, Text::tr("初始化计算数据..."));
     conversion_ = makeFlow();
     connect(&conversion_->netData().process(), &EngineProcess::processExited, this, &CalculationStart::VASKELSlot,
             Qt::QueuedConnection);
@@ -54,13 +55,13 @@ void CalculationStart::VASKELSlot() {
     if (!order_->relayFault().WriteRelayFile(case_.RTypeNo, first)) return emit failed();
     order_->relayFault().setFirstWrite(1);
     if (!input.WriteControlFile(calMode_ == 1 ? 1 : 3) || !input.WriteVirtualRelayFile()) return emit failed();
-    emit progress(70, "确定计算顺序...");
+    emit progress(70, Text::tr("确定计算顺序..."));
     order_->caseCal().RunTurnOrder(places_.programDir, places_.workDir);
 }
 
 void CalculationStart::QORDENSlot() {
     if (order_->caseCal().turnOrderProcess().outcome() != EngineProcess::Outcome::Done) return emit failed();
     makeFlow()->relayFault().ReadTurnOrder();
-    emit progress(100, "初始化计算数据...");
+    emit progress(100, Text::tr("初始化计算数据..."));
     emit ready();
 }

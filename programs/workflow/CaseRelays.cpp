@@ -1,5 +1,6 @@
 #include <QSet>
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/Messages.h"
 #include "programs/frame/TableNames.h"
@@ -59,7 +60,7 @@ bool elementEnds(const QString& element, QVariantList* ends) {
         " UNION ALL SELECT ID_Name,I_Name,J_Name FROM CDB_TRANS_2WBAK WHERE ID_Name=?"
         " UNION ALL SELECT ID_Name,Name_N,Name_1 FROM CDB_TRANS_3WBAK WHERE ID_Name=?",
         {element, element, element});
-    if (!query.next()) return refuse("检修元件" + element + "不存在");
+    if (!query.next()) return refuse(Text::tr("检修元件") + element + Text::tr("不存在"));
     *ends = {query.text(0), query.text(1), query.text(2)};
     return true;
 }
@@ -158,9 +159,10 @@ bool CaseStore::setRules(const QVector<int>& on, const QVector<int>& off) {
     QSet<int> known;
     for (const CaseRule& rule : rules()) known.insert(rule.rule);
     for (const int number : on + off)
-        if (!known.contains(number)) return refuse("作业中没有整定原则" + QString::number(number));
+        if (!known.contains(number)) return refuse(Text::tr("作业中没有整定原则") + QString::number(number));
     for (const int number : on)
-        if (off.contains(number)) return refuse("整定原则" + QString::number(number) + "不能又采用又不用");
+        if (off.contains(number))
+            return refuse(Text::tr("整定原则") + QString::number(number) + Text::tr("不能又采用又不用"));
     sql::Transaction transaction;
     return switchRules(current()->Case_No, on, 1) && switchRules(current()->Case_No, off, 0) && transaction.commit();
 }

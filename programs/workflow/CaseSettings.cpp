@@ -1,5 +1,6 @@
 #include "programs/workflow/CaseSettings.h"
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/Location.h"
 #include "programs/frame/LocationLabel.h"
@@ -122,7 +123,7 @@ bool CaseSettings::load(int caseNo, int rTypeNo, bool* missing) {
                                  " u.RTypeNo=? WHERE c.Case_No=? AND u.RNo IS NULL",
                                  {rTypeNo, caseNo})
                          .toInt();
-    if (gone > 0) ReportError("作业中涉及的某些保护不存在，请检查数据", 1);
+    if (gone > 0) ReportError(Text::tr("作业中涉及的某些保护不存在，请检查数据"), 1);
     if (missing) *missing = gone > 0;
     return transaction.commit();
 }

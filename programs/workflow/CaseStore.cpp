@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/Messages.h"
 #include "programs/frame/RelayTypes.h"
@@ -73,7 +74,7 @@ bool CaseStore::UpdateCaseChain(int mode) {
         if (wasLast) --position_;
         return true;
     }
-    if (mode != 1 && mode != 3) return refuse("链表更新错误");
+    if (mode != 1 && mode != 3) return refuse(Text::tr("链表更新错误"));
     sql::Query query;
     if (mode == 3 && current()) {
         const QString text = QString("SELECT DISTINCT ") + kCaseColumns + " FROM RLY_CASE_RLY WHERE Case_No=?";
@@ -178,7 +179,7 @@ bool CaseStore::LoadCaseRelays() {
     if (!current() || current()->Case_No < 0) return true;
     const int caseNo = current()->Case_No;
     const bool any = sql::scalar({}, "SELECT COUNT(*) FROM RLY_CASEINF WHERE Case_No=?", {caseNo}).toInt() > 0;
-    if (!any) return refuse("没有内部作业号为" + QString::number(caseNo) + "的作业的信息");
+    if (!any) return refuse(Text::tr("没有内部作业号为") + QString::number(caseNo) + Text::tr("的作业的信息"));
     return CaseSettings::load(caseNo, current()->RTypeNo, &missingRelay_);
 }
 
@@ -196,16 +197,16 @@ int CaseStore::loadFlowNumber(const CaseForm& form) {
 
 bool CaseStore::checkName(const CaseForm& form) {
     const QString name = form.name.trimmed();
-    if (name.isEmpty()) return refuse("作业名不能为空");
-    if (!hasSource(form)) return refuse("请选择一个方案或潮流作业");
+    if (name.isEmpty()) return refuse(Text::tr("作业名不能为空"));
+    if (!hasSource(form)) return refuse(Text::tr("请选择一个方案或潮流作业"));
     QString why = sql::whyNotStorable(name, 20);
     if (why.isEmpty()) why = sql::whyNotStorable(form.note, 100);
     if (why.isEmpty()) why = sql::whyNotStorable(form.source, form.onLoadFlow ? 20 : 10);
-    if (!why.isEmpty()) return refuse("作业" + name + ": " + why);
+    if (!why.isEmpty()) return refuse(Text::tr("作业") + name + ": " + why);
     if (name == current()->Case_Name) return true;
     const auto same = sql::scalar({}, "SELECT COUNT(*) FROM RLY_CASE_RLY WHERE Case_Name=? AND Case_No!=?",
                                   {name, current()->Case_No});
-    return same.toInt() == 0 || refuse("作业名已经定义，请更换作业号");
+    return same.toInt() == 0 || refuse(Text::tr("作业名已经定义，请更换作业号"));
 }
 
 bool CaseStore::checkValues(const CaseForm& form) {
@@ -213,13 +214,13 @@ bool CaseStore::checkValues(const CaseForm& form) {
     const auto good = [&](const auto& texts) { return std::all_of(texts.begin(), texts.begin() + parts, isSetting); };
     for (const CaseSettingRow& row : form.rows)
         if (!good(row.newValue) || !good(row.oldValue))
-            return refuse(row.label + "保护   定值 " + row.DspCdz + " 的数据有错误，请检查");
+            return refuse(row.label + Text::tr("保护   定值 ") + row.DspCdz + Text::tr(" 的数据有错误，请检查"));
     return true;
 }
 
 bool CaseStore::check(const CaseForm& form) {
     if (!checkName(form)) return false;
-    if (form.rows.isEmpty()) return refuse("作业内必须要有待整定保护");
+    if (form.rows.isEmpty()) return refuse(Text::tr("作业内必须要有待整定保护"));
     return checkValues(form);
 }
 
@@ -241,7 +242,7 @@ bool CaseStore::SaveRecord_Case(const CaseForm& form, CaseNode& saved) {
     saved.Mlf = form.onLoadFlow ? 1 : 0;
     saved.Scheme = form.onLoadFlow ? QString(" ") : form.source.trimmed();
     saved.Case_lf = loadFlowNumber(form);
-    if (form.onLoadFlow && saved.Case_lf < 0) return refuse("潮流作业名没有对应的作业号");
+    if (form.onLoadFlow && saved.Case_lf < 0) return refuse(Text::tr("潮流作业名没有对应的作业号"));
     sql::Query query;
     QVariantList values = {saved.Case_No, saved.Case_Name, saved.RTypeNo, saved.RTypeCode, saved.Mlf,
                            saved.Case_lf, saved.Scheme,    saved.NPara,   saved.LGup,      saved.Note};

@@ -6,6 +6,7 @@
 #include <array>
 #include <set>
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/BranchTable.h"
 #include "programs/frame/Messages.h"
@@ -162,7 +163,7 @@ bool CoordinationSearch::SearchRlyCop(int caseNo) {
         whole = search.add(caseNo, row);
         if (!whole) break;
     }
-    if (!whole) ReportError("支路数据抽取错误", 0);
+    if (!whole) ReportError(Text::tr("支路数据抽取错误"), 0);
     sql::Transaction transaction;
     sql::Query query;
     const bool stored = query.exec("DELETE FROM RLY_CASERLYCOP WHERE Case_No=?", {caseNo}) &&

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/host/Text.h"
 #include "platform/host/WinDockFeedback.h"
 #include "platform/rtdb/CaseRecords.h"
 #include "platform/rtdb/dbCursor.h"
@@ -50,9 +51,9 @@ struct HeaderReader {
 bool onHeader(sql::Query& query, const char* text, const QVariantList& values, const QString& kind) {
     if (!query.quietly().exec(text, values)) {
         WinDockFeedback::ShowMessage(query.errorText().toUtf8().constData(), "", "", "", WinDockFeedback::Information);
-        return warn("查询" + kind + "作业信息发生错误！");
+        return warn(Text::tr("查询") + kind + Text::tr("作业信息发生错误！"));
     }
-    return query.next() || warn(kind + "作业信息表中没有当前作业号的记录！");
+    return query.next() || warn(kind + Text::tr("作业信息表中没有当前作业号的记录！"));
 }
 
 template <class Record>
@@ -105,7 +106,7 @@ QVector<int> NetworkSource::relaysOutside(const QVector<int>& relays) {
 
 bool NetworkSource::loadStabilityHeader() {
     sql::Query query;
-    if (!onHeader(query, kStabilityHeader, {}, "暂稳")) return false;
+    if (!onHeader(query, kStabilityHeader, {}, Text::tr("暂稳"))) return false;
     norvdb::case_st record;
     record.visit(HeaderReader{query, -1, 29});
     record.case_no = 0;
@@ -117,7 +118,7 @@ bool NetworkSource::loadStabilityHeader() {
 
 bool NetworkSource::loadLoadFlowHeader(int lfCase) {
     sql::Query query;
-    if (!onHeader(query, kLoadFlowHeader, {lfCase}, "潮流")) return false;
+    if (!onHeader(query, kLoadFlowHeader, {lfCase}, Text::tr("潮流"))) return false;
     norvdb::case_lf record;
     record.visit(HeaderReader{query, 0, 28});
     record.case_no = lfCase;

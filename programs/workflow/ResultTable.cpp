@@ -7,6 +7,7 @@
 #include <span>
 #include <tuple>
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/Sensitivity.h"
 #include "programs/frame/LocationLabel.h"
@@ -92,11 +93,12 @@ void explain(std::span<ResultRow> part, const QStringList& reasons) {
         row.lacksTime = row.VType == kTime && acts && !timed;
         if (row.hasValue()) continue;
         if (row.lacksTime)
-            row.reason = "动作时间没有结果";
+            row.reason = Text::tr("动作时间没有结果");
         else if (anyRule)
-            row.reason = "没有结果";
+            row.reason = Text::tr("没有结果");
         else
-            row.reason = reasons.isEmpty() ? "没有适用的整定原则" : "没有结果: " + reasons.join("；");
+            row.reason =
+                reasons.isEmpty() ? Text::tr("没有适用的整定原则") : Text::tr("没有结果: ") + reasons.join("；");
     }
 }
 

@@ -4,6 +4,7 @@
 #include <QRegularExpression>
 #include <QSaveFile>
 
+#include "platform/host/Text.h"
 #include "platform/import/CsvTable.h"
 #include "platform/import/Import.h"
 #include "platform/sql/Sql.h"
@@ -20,16 +21,17 @@ struct KnownReason {
     const char* text;
 };
 constexpr KnownReason kReasons[] = {
-    {"the part of that relay is not set yet", "与之配合的段还没有定值"},
-    {"the relay feeds nothing into that branch", "保护对相邻支路没有助增，或电流方向相反"},
-    {"a fault that the relay does not see", "规定的故障下保护没有电流"},
-    {"no branch coefficient for that main branch", "没有分支系数"},
-    {"the network does not have its element", "保护所在元件不在网络中"},
-    {"RELAY.R1 does not have the relay", "保护没有参加计算"},
-    {"is too large for a setting", "结果超出定值的范围"},
+    {"the part of that relay is not set yet", QT_TRANSLATE_NOOP("Text", "与之配合的段还没有定值")},
+    {"the relay feeds nothing into that branch", QT_TRANSLATE_NOOP("Text", "保护对相邻支路没有助增，或电流方向相反")},
+    {"a fault that the relay does not see", QT_TRANSLATE_NOOP("Text", "规定的故障下保护没有电流")},
+    {"no branch coefficient for that main branch", QT_TRANSLATE_NOOP("Text", "没有分支系数")},
+    {"the network does not have its element", QT_TRANSLATE_NOOP("Text", "保护所在元件不在网络中")},
+    {"RELAY.R1 does not have the relay", QT_TRANSLATE_NOOP("Text", "保护没有参加计算")},
+    {"is too large for a setting", QT_TRANSLATE_NOOP("Text", "结果超出定值的范围")},
 };
 /// The general reason, told only where no other is known.
-constexpr KnownReason kNoCandidate = {"has no candidate", "没有适合的故障、相邻支路或配合保护"};
+constexpr KnownReason kNoCandidate = {"has no candidate",
+                                      QT_TRANSLATE_NOOP("Text", "没有适合的故障、相邻支路或配合保护")};
 
 QString fileOf(const QString& workDir, int caseNo) { return workDir + "NORESULT." + QString::number(caseNo); }
 
@@ -57,9 +59,9 @@ std::optional<RuleWithoutResult> read(const QString& line) {
 QString reasonText(const QString& reason) {
     QStringList texts;
     for (const KnownReason& known : kReasons)
-        if (reason.contains(known.engine)) texts.append(known.text);
-    if (texts.isEmpty() && reason.contains(kNoCandidate.engine)) texts.append(kNoCandidate.text);
-    return texts.isEmpty() ? "其他原因（" + reason + "）" : texts.join("，");
+        if (reason.contains(known.engine)) texts.append(Text::tr(known.text));
+    if (texts.isEmpty() && reason.contains(kNoCandidate.engine)) texts.append(Text::tr(kNoCandidate.text));
+    return texts.isEmpty() ? Text::tr("其他原因（") + reason + "）" : texts.join("，");
 }
 
 bool store(const QString& workDir, int caseNo, const QVector<RuleWithoutResult>& rules) {
@@ -98,9 +100,9 @@ Wording::Wording(int rTypeNo) {
 }
 
 QString Wording::operator()(const RuleWithoutResult& rule) const {
-    return places_.value(rule.RNo, "保护" + QString::number(rule.RNo)) + " " + QString::number(rule.PNo) +
-           " 段 整定原则 " + QString::number(rule.RuleNo) + " " + notes_.value(rule.RuleNo) +
-           " 没有结果: " + reasonText(rule.reason);
+    return places_.value(rule.RNo, Text::tr("保护") + QString::number(rule.RNo)) + " " + QString::number(rule.PNo) +
+           Text::tr(" 段 整定原则 ") + QString::number(rule.RuleNo) + " " + notes_.value(rule.RuleNo) +
+           Text::tr(" 没有结果: ") + reasonText(rule.reason);
 }
 
 }  // namespace RulesWithoutResult

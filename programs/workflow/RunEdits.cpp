@@ -1,5 +1,6 @@
 #include <cmath>
 
+#include "platform/host/Text.h"
 #include "platform/host/WinDockFeedback.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/CAutoCalFlow.h"
@@ -29,7 +30,7 @@ bool RunSession::ApplySettingEdit(int rNo, int pNo, const QString& cdz, const QS
     bool ok = false;
     const double primary = value.toDouble(&ok);
     if (!ok || !std::isfinite(primary) || primary < 0) {
-        ReportError("定值的数据类型错误，或者小于零", 0);
+        ReportError(Text::tr("定值的数据类型错误，或者小于零"), 0);
         return false;
     }
     const RelayTypeInfo type = readRelayTypes().value(case_.RTypeNo);
@@ -73,9 +74,9 @@ void RunSession::announce(const CoordinationSearch::Dependent& rule) const {
     if (!relay.next()) return;
     const QString note =
         sql::scalar(tables::ruleConnection, "SELECT Note FROM RULEINF WHERE RuleNo=?", {rule.RuleNo}).toString();
-    const QString text = "重新计算 " +
+    const QString text = Text::tr("重新计算 ") +
                          locationLabel(relay.number(0), relay.text(1), relay.text(2), relay.text(3), relay.number(4)) +
-                         " " + relay.text(5) + " " + QString::number(rule.PNo) + " 段 整定规则:" + note;
+                         " " + relay.text(5) + " " + QString::number(rule.PNo) + Text::tr(" 段 整定规则:") + note;
     WinDockFeedback::ShowMessage(text.toUtf8().constData(), "", "", "", WinDockFeedback::Information);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include "platform/host/Text.h"
 #include "platform/host/WinDockFeedback.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/CAutoCalFlow.h"
@@ -58,7 +59,7 @@ bool RunSession::PrepareRun(Run run) {
 
 bool RunSession::lostStatements() const {
     if (sql::losses() == lossesBefore_) return false;
-    ReportError(QStringLiteral("计算中与数据库服务器的连接中断，计算中止"), 0);
+    ReportError(Text::tr("计算中与数据库服务器的连接中断，计算中止"), 0);
     return true;
 }
 

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QCoreApplication>
+
+/// Texts for the user outside of windows: messages, labels, reports. Chinese in the source, translated where a
+/// translation is loaded.
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(Text)
+};
