@@ -1,0 +1,1123 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US" sourcelanguage="zh_CN">
+<context>
+    <name>Text</name>
+    <message>
+        <source>没有方案“</source>
+        <translation>There is no scheme “</translation>
+    </message>
+    <message>
+        <source>”，取基础网络</source>
+        <translation>”, the base network is taken</translation>
+    </message>
+    <message>
+        <source>网络没有方案</source>
+        <translation>The network has no scheme</translation>
+    </message>
+    <message>
+        <source>网络不能存入数据库：</source>
+        <translation>The network cannot be stored in the database: </translation>
+    </message>
+    <message>
+        <source>实时库文件“</source>
+        <translation>Real-time file “</translation>
+    </message>
+    <message>
+        <source>打不开：</source>
+        <translation> cannot be opened: </translation>
+    </message>
+    <message>
+        <source>已损坏或不是实时库，不能打开</source>
+        <translation> is damaged or no real-time database and cannot be opened</translation>
+    </message>
+    <message>
+        <source>不是实时库，不能打开</source>
+        <translation> is no real-time database and cannot be opened</translation>
+    </message>
+    <message>
+        <source>由更新版本的程序写成，不能打开</source>
+        <translation> was written by a newer version and cannot be opened</translation>
+    </message>
+    <message>
+        <source>不能写入</source>
+        <translation> cannot be written</translation>
+    </message>
+    <message>
+        <source>实时库操作失败：</source>
+        <translation>Real-time database operation failed: </translation>
+    </message>
+    <message>
+        <source>本机</source>
+        <translation>on this machine</translation>
+    </message>
+    <message>
+        <source>数据库服务器</source>
+        <translation>The database server </translation>
+    </message>
+    <message>
+        <source>拒绝用户</source>
+        <translation> refuses the user </translation>
+    </message>
+    <message>
+        <source>登录，请检查用户名和密码</source>
+        <translation>; please check user name and password</translation>
+    </message>
+    <message>
+        <source>不能连接到数据库服务器</source>
+        <translation>Cannot connect to the database server </translation>
+    </message>
+    <message>
+        <source>数据库</source>
+        <translation>Database </translation>
+    </message>
+    <message>
+        <source>由较新版本的程序建立（版本</source>
+        <translation> was made by a newer version (</translation>
+    </message>
+    <message>
+        <source>），请升级程序</source>
+        <translation>); please update the program</translation>
+    </message>
+    <message>
+        <source>没有建立完整，不能打开，请删除后重新建立</source>
+        <translation> was not completed and cannot be opened; please delete it and create it again</translation>
+    </message>
+    <message>
+        <source>没有给出原因</source>
+        <translation>no reason given</translation>
+    </message>
+    <message>
+        <source>磁盘空间不足（</source>
+        <translation>the disk is full (</translation>
+    </message>
+    <message>
+        <source>不能建立数据目录</source>
+        <translation>Cannot create the data folder </translation>
+    </message>
+    <message>
+        <source>数据目录</source>
+        <translation>The data folder </translation>
+    </message>
+    <message>
+        <source>不可写</source>
+        <translation> is not writable</translation>
+    </message>
+    <message>
+        <source>数据库服务器没有响应</source>
+        <translation>The database server does not answer</translation>
+    </message>
+    <message>
+        <source>数据目录%1由较新版本的程序建立（版本%2），请升级程序</source>
+        <translation>The data folder %1 was made by a newer version (%2); please update the program</translation>
+    </message>
+    <message>
+        <source>找不到数据库服务器程序</source>
+        <translation>Cannot find the database server program </translation>
+    </message>
+    <message>
+        <source>，请安装MariaDB服务器</source>
+        <translation>; please install the MariaDB server</translation>
+    </message>
+    <message>
+        <source>找不到程序mariadb-install-db，请安装MariaDB服务器</source>
+        <translation>Cannot find mariadb-install-db; please install the MariaDB server</translation>
+    </message>
+    <message>
+        <source>不能建立数据库服务器的数据目录：</source>
+        <translation>Cannot create the data folder of the database server: </translation>
+    </message>
+    <message>
+        <source>找不到程序morvane-server-keeper，请重新安装</source>
+        <translation>Cannot find morvane-server-keeper; please reinstall</translation>
+    </message>
+    <message>
+        <source>不能启动程序morvane-server-keeper</source>
+        <translation>Cannot start morvane-server-keeper</translation>
+    </message>
+    <message>
+        <source>数据库服务器不能启动：</source>
+        <translation>The database server cannot be started: </translation>
+    </message>
+    <message>
+        <source>不能读设置文件</source>
+        <translation>Cannot read the settings file </translation>
+    </message>
+    <message>
+        <source>设置文件</source>
+        <translation>Settings file </translation>
+    </message>
+    <message>
+        <source>第</source>
+        <translation>, row </translation>
+    </message>
+    <message>
+        <source>行有错误</source>
+        <translation> is wrong</translation>
+    </message>
+    <message>
+        <source>第%1个值不是有限的数</source>
+        <translation>value %1 is not a finite number</translation>
+    </message>
+    <message>
+        <source>语句有%1处待填，给出了%2个值</source>
+        <translation>the statement has %1 places, %2 values were given</translation>
+    </message>
+    <message>
+        <source>含有控制字符</source>
+        <translation>contains a control character</translation>
+    </message>
+    <message>
+        <source>末尾有空格</source>
+        <translation>ends in a blank</translation>
+    </message>
+    <message>
+        <source>含有GBK字符集以外的字符</source>
+        <translation>contains a character outside GBK</translation>
+    </message>
+    <message>
+        <source>超过%1个字符</source>
+        <translation>is longer than %1 characters</translation>
+    </message>
+    <message>
+        <source>数据库语句失败：</source>
+        <translation>Database statement failed: </translation>
+    </message>
+    <message>
+        <source>与数据库服务器的连接中断：</source>
+        <translation>The connection to the database server was lost: </translation>
+    </message>
+    <message>
+        <source>没有与数据库服务器的连接</source>
+        <translation>There is no connection to the database server</translation>
+    </message>
+    <message>
+        <source>没有数据库连接</source>
+        <translation>There is no database connection </translation>
+    </message>
+    <message>
+        <source>转换线路数据失败</source>
+        <translation>Converting the line data failed</translation>
+    </message>
+    <message>
+        <source>转换双绕组变压器数据失败</source>
+        <translation>Converting the data of two-winding transformers failed</translation>
+    </message>
+    <message>
+        <source>转换三绕组变压器数据失败</source>
+        <translation>Converting the data of three-winding transformers failed</translation>
+    </message>
+    <message>
+        <source>转换电容器数据失败</source>
+        <translation>Converting the capacitor data failed</translation>
+    </message>
+    <message>
+        <source>转换电抗器数据失败</source>
+        <translation>Converting the reactor data failed</translation>
+    </message>
+    <message>
+        <source>转换发电机数据失败</source>
+        <translation>Converting the generator data failed</translation>
+    </message>
+    <message>
+        <source>开始进行拓扑分析.....
+</source>
+        <translation>Topology analysis started.....
+</translation>
+    </message>
+    <message>
+        <source>拓扑读取实时库有异常发生。
+</source>
+        <translation>The topology analysis could not read the real-time database.
+</translation>
+    </message>
+    <message>
+        <source>拓扑分析运行失败！
+</source>
+        <translation>The topology analysis failed!
+</translation>
+    </message>
+    <message>
+        <source>拓扑分析运行异常！
+</source>
+        <translation>The topology analysis broke off!
+</translation>
+    </message>
+    <message>
+        <source>拓扑分析成功完成！
+</source>
+        <translation>Topology analysis completed!
+</translation>
+    </message>
+    <message>
+        <source>拓扑数据写入实时库异常发生。
+</source>
+        <translation>The topology could not be written to the real-time database.
+</translation>
+    </message>
+    <message>
+        <source>潮流数据转换完毕</source>
+        <translation>Load-flow data converted</translation>
+    </message>
+    <message>
+        <source>方案数据转换完毕</source>
+        <translation>Scheme data converted</translation>
+    </message>
+    <message>
+        <source>计算无法启动</source>
+        <translation>The calculation cannot start</translation>
+    </message>
+    <message>
+        <source>没有当前保护类型的信息，不能形成计算控制信息</source>
+        <translation>No data of the relay type; the control data cannot be formed</translation>
+    </message>
+    <message>
+        <source>没有作业信息，不能形成计算控制信息</source>
+        <translation>No data of the case; the control data cannot be formed</translation>
+    </message>
+    <message>
+        <source>没有需要的规则，请检查规则库</source>
+        <translation>The rules needed are missing; please check the rule library</translation>
+    </message>
+    <message>
+        <source>不能转换分支系数计算结果</source>
+        <translation>The results of the branch coefficients cannot be converted</translation>
+    </message>
+    <message>
+        <source>执行</source>
+        <translation>Running </translation>
+    </message>
+    <message>
+        <source>失败，上一次计算还没有结束</source>
+        <translation> failed: the calculation before has not ended</translation>
+    </message>
+    <message>
+        <source>失败</source>
+        <translation> failed</translation>
+    </message>
+    <message>
+        <source>已中止</source>
+        <translation> was stopped</translation>
+    </message>
+    <message>
+        <source>异常终止，没有计算结果</source>
+        <translation> ended abnormally; there is no result</translation>
+    </message>
+    <message>
+        <source>出错，返回码</source>
+        <translation> failed with exit code </translation>
+    </message>
+    <message>
+        <source>，没有计算结果</source>
+        <translation>; there is no result</translation>
+    </message>
+    <message>
+        <source>不能采用已定义的故障，支路</source>
+        <translation>A defined fault cannot be used: branch </translation>
+    </message>
+    <message>
+        <source>不存在、无效或不在当前方案中</source>
+        <translation> does not exist, is not valid or not in the scheme</translation>
+    </message>
+    <message>
+        <source>不存在、无效或不在基础方案中</source>
+        <translation> does not exist, is not valid or not in the base scheme</translation>
+    </message>
+    <message>
+        <source>模板中有错误的故障位置</source>
+        <translation>The template has a wrong fault location</translation>
+    </message>
+    <message>
+        <source>已经被删除、无效或不在当前方案中</source>
+        <translation> was deleted, is not valid or not in the scheme</translation>
+    </message>
+    <message>
+        <source>没有对应的模板，不能自动设置分支系数计算信息</source>
+        <translation>No template fits; the branch-coefficient data cannot be set up</translation>
+    </message>
+    <message>
+        <source>已定义的主干支路</source>
+        <translation>The defined main branch </translation>
+    </message>
+    <message>
+        <source>中涉及的支路</source>
+        <translation> refers to the branch </translation>
+    </message>
+    <message>
+        <source>变压器支路</source>
+        <translation>Transformer branch </translation>
+    </message>
+    <message>
+        <source>没有零序通路</source>
+        <translation> has no zero-sequence path</translation>
+    </message>
+    <message>
+        <source>） 不存在、无效或不在当前方案中</source>
+        <translation>) does not exist, is not valid or not in the scheme</translation>
+    </message>
+    <message>
+        <source>正序支路</source>
+        <translation>Positive-sequence branch </translation>
+    </message>
+    <message>
+        <source>支路类型错误</source>
+        <translation>Wrong kind of branch</translation>
+    </message>
+    <message>
+        <source>零序支路</source>
+        <translation>Zero-sequence branch </translation>
+    </message>
+    <message>
+        <source>母线</source>
+        <translation>Bus </translation>
+    </message>
+    <message>
+        <source>支路</source>
+        <translation>Branch </translation>
+    </message>
+    <message>
+        <source>的节点</source>
+        <translation>: node </translation>
+    </message>
+    <message>
+        <source>没有基准电压，不能折算运行方式中的阻抗</source>
+        <translation> has no base voltage; the impedance of the operating mode cannot be converted</translation>
+    </message>
+    <message>
+        <source>作业中选择的运行方式 </source>
+        <translation>The operating mode </translation>
+    </message>
+    <message>
+        <source> 没有定义</source>
+        <translation> is not defined</translation>
+    </message>
+    <message>
+        <source>检修元件</source>
+        <translation>Element under maintenance </translation>
+    </message>
+    <message>
+        <source>故障方式编号越限（&gt;19），计算可能错误，请检查自定义的故障方式号</source>
+        <translation>Fault number beyond 19; the calculation may be wrong. Please check the numbers of your own faults</translation>
+    </message>
+    <message>
+        <source>检修方式编号越限（&gt;40），计算可能错误，请检查自定义的故障方式号</source>
+        <translation>Outage number beyond 40; the calculation may be wrong. Please check the numbers of your own faults</translation>
+    </message>
+    <message>
+        <source>要整定的保护不在当前方案或潮流作业对应的网络中,请检查数据</source>
+        <translation>The relay to be set is not in the network of the scheme or load-flow case; please check the data</translation>
+    </message>
+    <message>
+        <source>中有不能采用的数值，按0处理</source>
+        <translation> has values that cannot be used; 0 is taken</translation>
+    </message>
+    <message>
+        <source>中有</source>
+        <translation> has </translation>
+    </message>
+    <message>
+        <source>行不能识别</source>
+        <translation> lines that cannot be read</translation>
+    </message>
+    <message>
+        <source>作业中没有选择保护，不能进行计算</source>
+        <translation>The case has no relays; nothing can be calculated</translation>
+    </message>
+    <message>
+        <source>没有需要计算的定值，请检查整定的段和整定规则</source>
+        <translation>There is no setting to calculate; please check the parts and the rules</translation>
+    </message>
+    <message>
+        <source>参量类型错误或数值小于等于零（</source>
+        <translation>Wrong parameter type or a value not above zero (</translation>
+    </message>
+    <message>
+        <source>项）</source>
+        <translation> items)</translation>
+    </message>
+    <message>
+        <source>参量值不能为0，请重新计算灵敏度校验用参量值，灵敏度＝定值/参量值</source>
+        <translation>The parameter must not be 0; please calculate the sensitivity parameters again. Sensitivity = setting / parameter</translation>
+    </message>
+    <message>
+        <source>定值不能为0，请重新计算定值，灵敏度＝参量值/定值</source>
+        <translation>The setting must not be 0; please calculate it again. Sensitivity = parameter / setting</translation>
+    </message>
+    <message>
+        <source>缺少计算灵敏度参量的规则</source>
+        <translation>The rules for sensitivity parameters are missing</translation>
+    </message>
+    <message>
+        <source>侧的灵敏度参量没有计算，不能形成灵敏度参量表，请先进行灵敏度参量计算</source>
+        <translation> side: the sensitivity parameter has not been calculated; please calculate the sensitivity parameters first</translation>
+    </message>
+    <message>
+        <source>没有与该保护类型对应的灵敏度参量信息</source>
+        <translation>No sensitivity parameters are defined for this relay type</translation>
+    </message>
+    <message>
+        <source>生成灵敏度中间结果表失败</source>
+        <translation>The table of intermediate sensitivity results could not be made</translation>
+    </message>
+    <message>
+        <source>整定规则</source>
+        <translation>Setting rule </translation>
+    </message>
+    <message>
+        <source>没有输出量</source>
+        <translation> has no output</translation>
+    </message>
+    <message>
+        <source>不存在</source>
+        <translation> does not exist</translation>
+    </message>
+    <message>
+        <source>整定目标列表与保护作业信息表不对应</source>
+        <translation>The list of settings does not match the relays of the case</translation>
+    </message>
+    <message>
+        <source>生成定值中间结果表失败</source>
+        <translation>The table of intermediate settings could not be made</translation>
+    </message>
+    <message>
+        <source>没有为当前保护类型指定灵敏度校验用参量的计算规则</source>
+        <translation>No rule for sensitivity parameters is given for this relay type</translation>
+    </message>
+    <message>
+        <source>灵敏度参量计算规则</source>
+        <translation>Sensitivity rule </translation>
+    </message>
+    <message>
+        <source>不存在或者没有输出量</source>
+        <translation> does not exist or has no output</translation>
+    </message>
+    <message>
+        <source>生成定值中间结果表失败，不能计算灵敏度参量</source>
+        <translation>The table of intermediate settings could not be made; sensitivity parameters cannot be calculated</translation>
+    </message>
+    <message>
+        <source>读</source>
+        <translation>Reading </translation>
+    </message>
+    <message>
+        <source>失败（</source>
+        <translation> failed (</translation>
+    </message>
+    <message>
+        <source>写</source>
+        <translation>Writing </translation>
+    </message>
+    <message>
+        <source>不能连接到数据库</source>
+        <translation>Cannot connect to the database </translation>
+    </message>
+    <message>
+        <source>打开数据库</source>
+        <translation>Opening database </translation>
+    </message>
+    <message>
+        <source>失败: </source>
+        <translation> failed: </translation>
+    </message>
+    <message>
+        <source>与数据库</source>
+        <translation>Connected to database </translation>
+    </message>
+    <message>
+        <source>连接成功!</source>
+        <translation>!</translation>
+    </message>
+    <message>
+        <source>没有建立与MYSQL库的连接</source>
+        <translation>There is no connection to the database MYSQL</translation>
+    </message>
+    <message>
+        <source>创建数据库</source>
+        <translation>Creating database </translation>
+    </message>
+    <message>
+        <source>成功</source>
+        <translation> succeeded</translation>
+    </message>
+    <message>
+        <source>无法确认的表</source>
+        <translation>Unknown table</translation>
+    </message>
+    <message>
+        <source>无法删除已经存在的表</source>
+        <translation>Cannot drop the existing table </translation>
+    </message>
+    <message>
+        <source>不能执行创建表操作</source>
+        <translation>; the table is not created</translation>
+    </message>
+    <message>
+        <source>表没有定义</source>
+        <translation>: table is not defined</translation>
+    </message>
+    <message>
+        <source>表创建失败********************</source>
+        <translation>: creating the table failed********************</translation>
+    </message>
+    <message>
+        <source>创建数据表失败</source>
+        <translation>Creating the tables failed</translation>
+    </message>
+    <message>
+        <source>数据库连接错误，不能删除临时表</source>
+        <translation>No database connection; the working tables cannot be dropped</translation>
+    </message>
+    <message>
+        <source>删除临时数据表</source>
+        <translation>Dropping working table </translation>
+    </message>
+    <message>
+        <source>失败!</source>
+        <translation> failed!</translation>
+    </message>
+    <message>
+        <source>与RLYTM库的数据连接错误，无法删除RLYTM库中各表数据</source>
+        <translation>No connection to the database RLYTM; its tables cannot be emptied</translation>
+    </message>
+    <message>
+        <source>无法删除RLYTM库中各表数据</source>
+        <translation>The tables of the database RLYTM cannot be emptied</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Table </translation>
+    </message>
+    <message>
+        <source>表中数据</source>
+        <translation> emptied</translation>
+    </message>
+    <message>
+        <source>_TEM 数据</source>
+        <translation>_TEM: emptying</translation>
+    </message>
+    <message>
+        <source>建立与mysql库的连接失败，不能删除数据库</source>
+        <translation>No connection to the database mysql; the databases cannot be dropped</translation>
+    </message>
+    <message>
+        <source>删除数据库</source>
+        <translation>Dropping database </translation>
+    </message>
+    <message>
+        <source>母线 </source>
+        <translation> bus </translation>
+    </message>
+    <message>
+        <source>发电机 </source>
+        <translation> generator </translation>
+    </message>
+    <message>
+        <source>并联电容器 </source>
+        <translation> shunt capacitor </translation>
+    </message>
+    <message>
+        <source>并联电抗器 </source>
+        <translation> shunt reactor </translation>
+    </message>
+    <message>
+        <source>线 </source>
+        <translation> line </translation>
+    </message>
+    <message>
+        <source>侧 </source>
+        <translation> side </translation>
+    </message>
+    <message>
+        <source>变压器 </source>
+        <translation> transformer </translation>
+    </message>
+    <message>
+        <source>侧绕组 </source>
+        <translation> side winding </translation>
+    </message>
+    <message>
+        <source>开关 </source>
+        <translation> breaker </translation>
+    </message>
+    <message>
+        <source>另一个程序正在改动工程，请稍后再试</source>
+        <translation>Another program is changing the projects; please try again later</translation>
+    </message>
+    <message>
+        <source>工程名不能为空</source>
+        <translation>The project needs a name</translation>
+    </message>
+    <message>
+        <source>工程名首尾不能有空格</source>
+        <translation>The project name must not begin or end with a blank</translation>
+    </message>
+    <message>
+        <source>工程名不能超过</source>
+        <translation>The project name must not be longer than </translation>
+    </message>
+    <message>
+        <source>个字符</source>
+        <translation> characters</translation>
+    </message>
+    <message>
+        <source>工程名中不能有路径符号、点号或控制字符</source>
+        <translation>The project name must not contain path separators, dots or control characters</translation>
+    </message>
+    <message>
+        <source>工程名不能以</source>
+        <translation>The project name must not end in </translation>
+    </message>
+    <message>
+        <source>结尾</source>
+        <translation> (reserved)</translation>
+    </message>
+    <message>
+        <source>工程名</source>
+        <translation>The project name </translation>
+    </message>
+    <message>
+        <source>是保留名</source>
+        <translation> is reserved</translation>
+    </message>
+    <message>
+        <source>不能建立工程目录</source>
+        <translation>Cannot create the project folder </translation>
+    </message>
+    <message>
+        <source>工程</source>
+        <translation>Project </translation>
+    </message>
+    <message>
+        <source>已经存在</source>
+        <translation> already exists</translation>
+    </message>
+    <message>
+        <source>服务器上已有不属于本机工程的数据库</source>
+        <translation>The server already has a database that belongs to no project of this machine: </translation>
+    </message>
+    <message>
+        <source>没有名为</source>
+        <translation>There is no project named “</translation>
+    </message>
+    <message>
+        <source>的工程</source>
+        <translation>”</translation>
+    </message>
+    <message>
+        <source>读 </source>
+        <translation>Reading </translation>
+    </message>
+    <message>
+        <source> 失败</source>
+        <translation> failed</translation>
+    </message>
+    <message>
+        <source>不能另存为同名工程</source>
+        <translation>A project cannot be saved under its own name</translation>
+    </message>
+    <message>
+        <source>不能删除工程目录</source>
+        <translation>Cannot delete the project folder </translation>
+    </message>
+    <message>
+        <source>规则库文件打不开</source>
+        <translation>the rule file cannot be opened</translation>
+    </message>
+    <message>
+        <source>没有这一列：</source>
+        <translation>there is no such column: </translation>
+    </message>
+    <message>
+        <source>缺少列：</source>
+        <translation>column missing: </translation>
+    </message>
+    <message>
+        <source> 不是数值：</source>
+        <translation> is not a number: </translation>
+    </message>
+    <message>
+        <source>规则库没有装入：数据库拒绝了规则表</source>
+        <translation>The rule library was not loaded: the database refused a rule table</translation>
+    </message>
+    <message>
+        <source>查询失败：</source>
+        <translation>Query failed: </translation>
+    </message>
+    <message>
+        <source>RTYPERULE 中的规则不存在</source>
+        <translation>RTYPERULE names a rule that does not exist</translation>
+    </message>
+    <message>
+        <source>规则不属于任何保护类型</source>
+        <translation>The rule belongs to no relay type</translation>
+    </message>
+    <message>
+        <source>规则的段号超出保护类型的段数</source>
+        <translation>The part of the rule is beyond the parts of the relay type</translation>
+    </message>
+    <message>
+        <source>被配合的保护类型不存在</source>
+        <translation>The relay type to coordinate with does not exist</translation>
+    </message>
+    <message>
+        <source>规则的输出不是该保护类型的定值</source>
+        <translation>The output of the rule is no setting of the relay type</translation>
+    </message>
+    <message>
+        <source>故障模板不存在</source>
+        <translation>The fault template does not exist</translation>
+    </message>
+    <message>
+        <source>故障计算没有模板</source>
+        <translation>The fault calculation has no template</translation>
+    </message>
+    <message>
+        <source>灵敏度校验的规则或方式有误</source>
+        <translation>Rule or kind of the sensitivity check is wrong</translation>
+    </message>
+    <message>
+        <source>故障模板的位置或类型有误</source>
+        <translation>Location or kind in the fault template is wrong</translation>
+    </message>
+    <message>
+        <source>缺少分支系数模板</source>
+        <translation>The branch-coefficient template is missing</translation>
+    </message>
+    <message>
+        <source>灵敏度规则不能与保护类型配合</source>
+        <translation>A sensitivity rule cannot coordinate with a relay type</translation>
+    </message>
+    <message>
+        <source>运行方式标志有误</source>
+        <translation>Wrong operating-mode flag</translation>
+    </message>
+    <message>
+        <source>NumMode 与 MODEINF 不符</source>
+        <translation>NumMode does not match MODEINF</translation>
+    </message>
+    <message>
+        <source>NVarin 与 VARIN 不符</source>
+        <translation>NVarin does not match VARIN</translation>
+    </message>
+    <message>
+        <source>NPar 与 PARAINF 不符</source>
+        <translation>NPar does not match PARAINF</translation>
+    </message>
+    <message>
+        <source>NRule 与 RULE 不符</source>
+        <translation>NRule does not match RULE</translation>
+    </message>
+    <message>
+        <source>NOutPut 与 VAROUT 不符</source>
+        <translation>NOutPut does not match VAROUT</translation>
+    </message>
+    <message>
+        <source>规则 %1：%2</source>
+        <translation>Rule %1: %2</translation>
+    </message>
+    <message>
+        <source>操作数 </source>
+        <translation>Operand </translation>
+    </message>
+    <message>
+        <source>变量 </source>
+        <translation>Variable </translation>
+    </message>
+    <message>
+        <source> 不属于这个计算</source>
+        <translation> does not belong to this calculation</translation>
+    </message>
+    <message>
+        <source>运算号有误</source>
+        <translation>Wrong operation number</translation>
+    </message>
+    <message>
+        <source>计算说明应当只写在故障计算的第一步</source>
+        <translation>The note belongs on the first step of the fault calculation only</translation>
+    </message>
+    <message>
+        <source>结果 </source>
+        <translation>Result </translation>
+    </message>
+    <message>
+        <source>有的输出没有算出</source>
+        <translation>An output is not computed</translation>
+    </message>
+    <message>
+        <source>另存数据表</source>
+        <translation>Saving table </translation>
+    </message>
+    <message>
+        <source>成功!</source>
+        <translation> succeeded!</translation>
+    </message>
+    <message>
+        <source>不能转换回连接，致命错误，请重新启动程序！</source>
+        <translation>Cannot return to the connection; please restart the program!</translation>
+    </message>
+    <message>
+        <source>不能另存工程</source>
+        <translation>The project cannot be saved under that name</translation>
+    </message>
+    <message>
+        <source>另存工程失败</source>
+        <translation>Saving the project under another name failed</translation>
+    </message>
+    <message>
+        <source>另存工程成功</source>
+        <translation>The project was saved under the other name</translation>
+    </message>
+    <message>
+        <source>不能关闭旧工程的数据库</source>
+        <translation>The databases of the old project cannot be closed</translation>
+    </message>
+    <message>
+        <source>电压等级数据有错不能选择保护</source>
+        <translation>Wrong voltage level; relays cannot be selected</translation>
+    </message>
+    <message>
+        <source>没有编号为</source>
+        <translation>There is no relay type with number </translation>
+    </message>
+    <message>
+        <source>的保护类型</source>
+        <translation> in the rule library</translation>
+    </message>
+    <message>
+        <source>网络中没有可以装设</source>
+        <translation>The network has no place for </translation>
+    </message>
+    <message>
+        <source>的位置: </source>
+        <translation> at: </translation>
+    </message>
+    <message>
+        <source>侧</source>
+        <translation> side</translation>
+    </message>
+    <message>
+        <source>CT或PT变比不能为0</source>
+        <translation>CT and PT ratios must not be 0</translation>
+    </message>
+    <message>
+        <source>开始自动装设虚拟保护.....</source>
+        <translation>Installing virtual relays.....</translation>
+    </message>
+    <message>
+        <source>自动装设虚拟保护完毕</source>
+        <translation>Virtual relays installed</translation>
+    </message>
+    <message>
+        <source>行,R的输入类型有错误</source>
+        <translation>: R is not a number</translation>
+    </message>
+    <message>
+        <source>行,X的输入类型有错误</source>
+        <translation>: X is not a number</translation>
+    </message>
+    <message>
+        <source>行,支路名不能为空</source>
+        <translation>: the branch needs a name</translation>
+    </message>
+    <message>
+        <source>行,支路I侧节点名不能为空</source>
+        <translation>: the node at the I side is missing</translation>
+    </message>
+    <message>
+        <source>行,支路J侧节点名不能为空</source>
+        <translation>: the node at the J side is missing</translation>
+    </message>
+    <message>
+        <source>运行方式内容不能为空</source>
+        <translation>The operating mode is empty</translation>
+    </message>
+    <message>
+        <source>运行方式名不能为空</source>
+        <translation>The operating mode needs a name</translation>
+    </message>
+    <message>
+        <source>运行方式名不能为*NEW_VALUE*</source>
+        <translation>The operating mode must not be named *NEW_VALUE*</translation>
+    </message>
+    <message>
+        <source>运行方式</source>
+        <translation>Operating mode </translation>
+    </message>
+    <message>
+        <source>运行方式已经存在</source>
+        <translation>The operating mode already exists</translation>
+    </message>
+    <message>
+        <source>初始化计算数据...</source>
+        <translation>Preparing the calculation...</translation>
+    </message>
+    <message>
+        <source>确定计算顺序...</source>
+        <translation>Finding the order of calculation...</translation>
+    </message>
+    <message>
+        <source>作业中没有整定原则</source>
+        <translation>The case does not have setting rule </translation>
+    </message>
+    <message>
+        <source>整定原则</source>
+        <translation>Setting rule </translation>
+    </message>
+    <message>
+        <source>不能又采用又不用</source>
+        <translation> cannot be both used and left out</translation>
+    </message>
+    <message>
+        <source>作业中涉及的某些保护不存在，请检查数据</source>
+        <translation>Some relays of the case do not exist; please check the data</translation>
+    </message>
+    <message>
+        <source>链表更新错误</source>
+        <translation>The list could not be updated</translation>
+    </message>
+    <message>
+        <source>没有内部作业号为</source>
+        <translation>There is no case with number </translation>
+    </message>
+    <message>
+        <source>的作业的信息</source>
+        <translation> in the project</translation>
+    </message>
+    <message>
+        <source>作业名不能为空</source>
+        <translation>The case needs a name</translation>
+    </message>
+    <message>
+        <source>请选择一个方案或潮流作业</source>
+        <translation>Please choose a scheme or a load-flow case</translation>
+    </message>
+    <message>
+        <source>作业</source>
+        <translation>Case </translation>
+    </message>
+    <message>
+        <source>作业名已经定义，请更换作业号</source>
+        <translation>There is a case of that name; please choose another</translation>
+    </message>
+    <message>
+        <source>保护   定值 </source>
+        <translation> relay, setting </translation>
+    </message>
+    <message>
+        <source> 的数据有错误，请检查</source>
+        <translation> is wrong; please check</translation>
+    </message>
+    <message>
+        <source>作业内必须要有待整定保护</source>
+        <translation>The case needs relays to be set</translation>
+    </message>
+    <message>
+        <source>潮流作业名没有对应的作业号</source>
+        <translation>The load-flow case has no number</translation>
+    </message>
+    <message>
+        <source>支路数据抽取错误</source>
+        <translation>Reading the branches failed</translation>
+    </message>
+    <message>
+        <source>查询</source>
+        <translation>Reading the </translation>
+    </message>
+    <message>
+        <source>作业信息发生错误！</source>
+        <translation> case header failed!</translation>
+    </message>
+    <message>
+        <source>作业信息表中没有当前作业号的记录！</source>
+        <translation> case header: there is no record of this case!</translation>
+    </message>
+    <message>
+        <source>暂稳</source>
+        <translation>stability</translation>
+    </message>
+    <message>
+        <source>潮流</source>
+        <translation>load-flow</translation>
+    </message>
+    <message>
+        <source>动作时间没有结果</source>
+        <translation>no result for the operating time</translation>
+    </message>
+    <message>
+        <source>没有结果</source>
+        <translation>no result</translation>
+    </message>
+    <message>
+        <source>没有适用的整定原则</source>
+        <translation>no setting rule applies</translation>
+    </message>
+    <message>
+        <source>没有结果: </source>
+        <translation>no result: </translation>
+    </message>
+    <message>
+        <source>与之配合的段还没有定值</source>
+        <translation>the part to coordinate with has no setting yet</translation>
+    </message>
+    <message>
+        <source>保护对相邻支路没有助增，或电流方向相反</source>
+        <translation>the relay feeds nothing into the adjacent branch, or the currents oppose</translation>
+    </message>
+    <message>
+        <source>规定的故障下保护没有电流</source>
+        <translation>the relay sees no current in the faults given</translation>
+    </message>
+    <message>
+        <source>没有分支系数</source>
+        <translation>there is no branch coefficient</translation>
+    </message>
+    <message>
+        <source>保护所在元件不在网络中</source>
+        <translation>the element of the relay is not in the network</translation>
+    </message>
+    <message>
+        <source>保护没有参加计算</source>
+        <translation>the relay takes no part</translation>
+    </message>
+    <message>
+        <source>结果超出定值的范围</source>
+        <translation>the result is beyond the range of settings</translation>
+    </message>
+    <message>
+        <source>没有适合的故障、相邻支路或配合保护</source>
+        <translation>no fault, adjacent branch or relay to coordinate with fits</translation>
+    </message>
+    <message>
+        <source>其他原因（</source>
+        <translation>another reason (</translation>
+    </message>
+    <message>
+        <source>保护</source>
+        <translation>Relay </translation>
+    </message>
+    <message>
+        <source> 段 整定原则 </source>
+        <translation> part, setting rule </translation>
+    </message>
+    <message>
+        <source> 没有结果: </source>
+        <translation>: no result: </translation>
+    </message>
+    <message>
+        <source>定值的数据类型错误，或者小于零</source>
+        <translation>The setting is not a number or below zero</translation>
+    </message>
+    <message>
+        <source>重新计算 </source>
+        <translation>Recalculating </translation>
+    </message>
+    <message>
+        <source> 段 整定规则:</source>
+        <translation> part, setting rule: </translation>
+    </message>
+    <message>
+        <source>计算中与数据库服务器的连接中断，计算中止</source>
+        <translation>The connection to the database server was lost; the calculation was stopped</translation>
+    </message>
+</context>
+</TS>
