@@ -5,6 +5,7 @@
 #include <cmath>
 #include <set>
 
+#include "engines/network/Threads.h"
 #include "engines/rules/ElementData.h"
 #include "exchange/TextFile.h"
 
@@ -30,7 +31,9 @@ double rounded(double value) {
 std::vector<int> operatingModes(const std::vector<int>& listed) { return listed.empty() ? std::vector{0} : listed; }
 
 void keepLarger(double value, int fault, int outage, int sysNo, Coefficient& best) {
-    if (std::isfinite(value) && rounded(value) > best.value) best = {rounded(value), fault, outage, sysNo};
+    constexpr double kBelowEvenWhenRounded = 1 - 1e-11;
+    if (!std::isfinite(value) || value <= best.value * kBelowEvenWhenRounded) return;
+    if (const double text = rounded(value); text > best.value) best = {text, fault, outage, sysNo};
 }
 
 void keepLarger(const Coefficient& other, Coefficient& best) {
@@ -116,15 +119,42 @@ std::vector<BranchEnd> BranchCoefficients::wantedWith(int mainBranch, const Bran
     return ends;
 }
 
+void BranchCoefficients::compute(int mainBranch, const BranchView& m, const StudyRelay& relay) {
+    const std::vector<BranchEnd> ends = wantedWith(mainBranch, m, relay);
+    const auto pairs = largest(study_.mainBranches[static_cast<std::size_t>(mainBranch)], ends, {m.branch, m.end});
+    const std::lock_guard lock(mutex_);
+    for (std::size_t i = 0; i < ends.size(); ++i)
+        kept_.emplace(Key{mainBranch, m.branch.value, {ends[i].branch.value, ends[i].end}}, pairs[i]);
+}
+
 const CoefficientPair& BranchCoefficients::computed(int mainBranch, const BranchView& m, const StudyRelay& relay) {
-    const auto keyOf = [&](BranchEnd end) { return Key{mainBranch, m.branch.value, {end.branch.value, end.end}}; };
-    const Key key = keyOf({relay.place.branch, relay.place.end});
-    if (!kept_.contains(key)) {
-        const std::vector<BranchEnd> ends = wantedWith(mainBranch, m, relay);
-        const auto pairs = largest(study_.mainBranches[static_cast<std::size_t>(mainBranch)], ends, {m.branch, m.end});
-        for (std::size_t i = 0; i < ends.size(); ++i) kept_.emplace(keyOf(ends[i]), pairs[i]);
+    const Key key{mainBranch, m.branch.value, {relay.place.branch.value, relay.place.end}};
+    const auto known = [&]() -> const CoefficientPair* {
+        const std::lock_guard lock(mutex_);
+        const auto found = kept_.find(key);
+        return found == kept_.end() ? nullptr : &found->second;
+    };
+    if (const CoefficientPair* pair = known()) return *pair;
+    compute(mainBranch, m, relay);
+    return *known();
+}
+
+void BranchCoefficients::computeAll() {
+    std::vector<std::pair<int, const StudyRelay*>> missing;
+    std::vector<int> modes;
+    for (std::size_t place = 0; place < study_.mainBranches.size(); ++place) {
+        const auto& relays = relaysBefore()[place];
+        const int number = static_cast<int>(place);
+        const auto lacking = std::ranges::find_if(relays, [&](auto* relay) { return !earlier(number, *relay); });
+        if (lacking == relays.end() || viewOfMain(study_.mainBranches[place]).branch.value < 0) continue;
+        missing.emplace_back(number, *lacking);
+        std::ranges::copy(operatingModes(study_.mainBranches[place].record.modes), std::back_inserter(modes));
     }
-    return kept_.at(key);
+    calculation_.prepare(modes);
+    inParallel(static_cast<int>(missing.size()), [&](int i) {
+        const auto& [place, relay] = missing[static_cast<std::size_t>(i)];
+        compute(place, viewOfMain(study_.mainBranches[static_cast<std::size_t>(place)]), *relay);
+    });
 }
 
 std::optional<CoefficientPair> BranchCoefficients::of(const AdjacentBranch& branch, const StudyRelay& relay) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <mutex>
 #include <optional>
 #include <span>
 #include <tuple>
@@ -39,6 +40,10 @@ class BranchCoefficients {
     /// entered from a bus takes the faults of the main branches behind its star point.
     std::optional<CoefficientPair> of(const AdjacentBranch& branch, const StudyRelay& relay);
 
+    /// Computes every pair of a main branch and a relay whose branch leads to it, on several threads. What is asked
+    /// for later is then known, but for the view of a three-winding transformer from a bus.
+    void computeAll();
+
     /// Lines of the result file: those of the earlier run, then every further pair of a main branch and a relay whose
     /// branch leads to it, by main branch and relay number. A pair without a coefficient in either sequence is left
     /// out.
@@ -49,6 +54,7 @@ class BranchCoefficients {
     using RelayEnd = std::pair<int, End>;        // branch and end
     using Key = std::tuple<int, int, RelayEnd>;  // main branch, its branch seen, relay's end
     std::vector<int> mainBranchesOf(const AdjacentBranch& branch) const;
+    void compute(int mainBranch, const BranchView& m, const StudyRelay& relay);
     const CoefficientPair& computed(int mainBranch, const BranchView& m, const StudyRelay& relay);
     std::vector<BranchEnd> wantedWith(int mainBranch, const BranchView& m, const StudyRelay& relay);
     std::vector<CoefficientPair> largest(const StudyMainBranch& main, std::span<const BranchEnd> relays, BranchEnd m);
@@ -65,6 +71,7 @@ class BranchCoefficients {
     FaultCalculation& calculation_;
     std::map<Sighting, int> mainBranchAt_;
     std::map<std::pair<int, int>, CoefficientPair> earlier_;  // by main branch number and relay number
+    std::mutex mutex_;                                        // of what is kept
     std::map<Key, CoefficientPair> kept_;
     std::vector<std::vector<const StudyRelay*>> relaysBefore_;  // by main branch: those whose far end leads to it
 };

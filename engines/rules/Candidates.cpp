@@ -132,12 +132,14 @@ void CandidateFinder::faultsUnder(int sysNo, const FaultCases& cases, Variables 
     const std::vector<QuantityAsked> asked = quantitiesAsked(variables);
     for (const FaultCase& outage : cases.outages) {
         if (touches(outage, rule.relay.place.branch)) continue;
-        for (const FaultCase& fault : cases.faults) {
-            if (exclude(outage, fault)) continue;
-            Candidate candidate{{0, fault.number, outage.number, 0, sysNo}, {}, {}, false};
-            QuantitiesSeen seen = calculation_.quantities(sysNo, outage, fault, rule.relay.place, asked);
-            candidate.unseen = seen.dead || bringsNoCurrent(asked, seen.values);
-            candidate.values = std::move(seen.values);
+        std::vector<const FaultCase*> faults;
+        for (const FaultCase& fault : cases.faults)
+            if (!exclude(outage, fault)) faults.push_back(&fault);
+        auto seen = calculation_.quantities(sysNo, outage, faults, rule.relay.place, asked);
+        for (std::size_t i = 0; i < faults.size(); ++i) {
+            Candidate candidate{{0, faults[i]->number, outage.number, 0, sysNo}, {}, {}, false};
+            candidate.unseen = seen[i].dead || bringsNoCurrent(asked, seen[i].values);
+            candidate.values = std::move(seen[i].values);
             found.push_back(std::move(candidate));
         }
     }

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "engines/faults/Places.h"
+#include "engines/network/Threads.h"
 
 namespace engines {
 
@@ -29,12 +30,10 @@ void append(std::string& key, const FaultCase& faultCase) {
             append(key, value);
 }
 
-/// The text under which a state is kept: its numbers as bytes.
-std::string keyOf(int sysNo, const FaultCase& outage, const FaultCase& fault) {
+/// The text under which a case is kept: its numbers as bytes.
+std::string keyOf(const FaultCase& faultCase) {
     std::string key;
-    append(key, sysNo);
-    append(key, outage);
-    append(key, fault);
+    append(key, faultCase);
     return key;
 }
 
@@ -59,28 +58,64 @@ const std::vector<ModeChange>& ModeStudies::changes(int sysNo) const {
     return found == modes_.end() ? none : found->second;
 }
 
+void ModeStudies::prepare(std::span<const int> sysNos) {
+    std::vector<std::pair<int, std::unique_ptr<ModeNetwork>*>> missing;
+    const std::lock_guard lock(networksMutex_);
+    for (const int sysNo : sysNos)
+        if (const auto [entry, fresh] = networks_.try_emplace(sysNo); fresh)
+            missing.emplace_back(sysNo, &entry->second);
+    inParallel(static_cast<int>(missing.size()), [&](int i) {
+        const auto& [sysNo, place] = missing[static_cast<std::size_t>(i)];
+        *place = std::make_unique<ModeNetwork>(network_, changes(sysNo));
+    });
+}
+
 const ModeNetwork& ModeStudies::mode(int sysNo) {
+    const std::lock_guard lock(networksMutex_);
     auto& kept = networks_[sysNo];
     if (!kept) kept = std::make_unique<ModeNetwork>(network_, changes(sysNo));
     return *kept;
 }
 
-const Solution& ModeStudies::solution(int sysNo, const FaultCase& outage, const FaultCase& fault) {
-    std::string key = keyOf(sysNo, outage, fault);
-    if (const auto found = solutions_.find(key); found != solutions_.end()) return found->second;
-    if (solutions_.size() >= kKeptSolutions) solutions_.clear();
-    const std::vector<Condition> conditions = together(outage, fault);
-    return solutions_.emplace(std::move(key), mode(sysNo).solve(conditions)).first->second;
+std::shared_ptr<ModeStudies::Solutions> ModeStudies::solutionsOf(int sysNo, const FaultCase& outage) {
+    std::string key = keyOf(outage);
+    append(key, sysNo);
+    const std::lock_guard lock(solutionsMutex_);
+    if (keptSolutions_ >= kKeptSolutions) {
+        solutions_.clear();
+        keptSolutions_ = 0;
+    }
+    auto& kept = solutions_[std::move(key)];
+    if (!kept) kept = std::make_shared<Solutions>();
+    return kept;
 }
 
-QuantitiesSeen ModeStudies::quantities(int sysNo, const FaultCase& outage, const FaultCase& fault,
-                                       const RelayPlace& relay, std::span<const QuantityAsked> asked) {
-    const Solution& solved = solution(sysNo, outage, fault);
-    QuantitiesSeen seen;
-    seen.dead = solved.dead();
-    for (const QuantityAsked& q : asked)
-        seen.values.push_back(withoutNoise(faultQuantity(q.vType, q.vPos, relay, network_, solved)));
-    return seen;
+Solution ModeStudies::solution(int sysNo, const FaultCase& outage, const FaultCase& fault, Solutions& kept) {
+    std::string key = keyOf(fault);
+    {
+        const std::lock_guard lock(solutionsMutex_);
+        if (const auto found = kept.find(key); found != kept.end()) return found->second;
+    }
+    const std::vector<Condition> conditions = together(outage, fault);
+    Solution solved = mode(sysNo).solve(conditions);
+    const std::lock_guard lock(solutionsMutex_);
+    keptSolutions_ += kept.emplace(std::move(key), solved).second ? 1 : 0;
+    return solved;
+}
+
+std::vector<QuantitiesSeen> ModeStudies::quantities(int sysNo, const FaultCase& outage,
+                                                    std::span<const FaultCase* const> faults, const RelayPlace& relay,
+                                                    std::span<const QuantityAsked> asked) {
+    const auto kept = solutionsOf(sysNo, outage);
+    std::vector<QuantitiesSeen> all;
+    for (const FaultCase* fault : faults) {
+        const Solution solved = solution(sysNo, outage, *fault, *kept);
+        QuantitiesSeen& seen = all.emplace_back();
+        seen.dead = solved.dead();
+        for (const QuantityAsked& q : asked)
+            seen.values.push_back(withoutNoise(faultQuantity(q.vType, q.vPos, relay, network_, solved)));
+    }
+    return all;
 }
 
 std::vector<double> ModeStudies::branchCoefficients(int sysNo, Sequence sequence, const FaultCase& outage,

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <memory>
+#include <mutex>
 #include <span>
 #include <string>
 #include <unordered_map>
@@ -25,11 +26,16 @@ struct QuantitiesSeen {
 };
 
 /// The electrical side of a rule run: what is computed on the sequence networks. `sysNo` 0 is the network as it stands.
+/// Several threads may ask at once.
 class FaultCalculation {
   public:
     virtual ~FaultCalculation() = default;
-    virtual QuantitiesSeen quantities(int sysNo, const FaultCase& outage, const FaultCase& fault,
-                                      const RelayPlace& relay, std::span<const QuantityAsked> asked) = 0;
+    /// Tells which operating modes will be asked for.
+    virtual void prepare(std::span<const int> /*sysNos*/) {}
+    /// For each of the faults under one outage.
+    virtual std::vector<QuantitiesSeen> quantities(int sysNo, const FaultCase& outage,
+                                                   std::span<const FaultCase* const> faults, const RelayPlace& relay,
+                                                   std::span<const QuantityAsked> asked) = 0;
     /// Of each relay's branch for one main branch, one fault and one outage; 0 where there is none.
     virtual std::vector<double> branchCoefficients(int sysNo, Sequence sequence, const FaultCase& outage,
                                                    const FaultCase& fault, std::span<const BranchEnd> relays,
@@ -40,16 +46,17 @@ class FaultCalculation {
     virtual bool isCutOut(int sysNo, BranchIndex branch) const = 0;
 };
 
-/// On the factorised networks, one per operating mode, made when first asked for and kept; solutions are kept for
-/// the rules that ask again.
+/// On the factorised networks, one per operating mode, made when they are prepared or first asked for and kept;
+/// solutions are kept for the rules and relays that ask again.
 class ModeStudies : public FaultCalculation {
   public:
     /// Both must outlive this.
     ModeStudies(const Network& network, const std::map<int, std::vector<ModeChange>>& modes);
     ~ModeStudies() override;
 
-    QuantitiesSeen quantities(int sysNo, const FaultCase& outage, const FaultCase& fault, const RelayPlace& relay,
-                              std::span<const QuantityAsked> asked) override;
+    void prepare(std::span<const int> sysNos) override;
+    std::vector<QuantitiesSeen> quantities(int sysNo, const FaultCase& outage, std::span<const FaultCase* const> faults,
+                                           const RelayPlace& relay, std::span<const QuantityAsked> asked) override;
     std::vector<double> branchCoefficients(int sysNo, Sequence sequence, const FaultCase& outage,
                                            const FaultCase& fault, std::span<const BranchEnd> relays,
                                            BranchEnd main) override;
@@ -57,14 +64,19 @@ class ModeStudies : public FaultCalculation {
     [[nodiscard]] bool isCutOut(int sysNo, BranchIndex branch) const override;
 
   private:
+    using Solutions = std::unordered_map<std::string, Solution>;  // by the text of a fault
     const ModeNetwork& mode(int sysNo);
-    const Solution& solution(int sysNo, const FaultCase& outage, const FaultCase& fault);
+    std::shared_ptr<Solutions> solutionsOf(int sysNo, const FaultCase& outage);
+    Solution solution(int sysNo, const FaultCase& outage, const FaultCase& fault, Solutions& kept);
     [[nodiscard]] const std::vector<ModeChange>& changes(int sysNo) const;
 
     const Network& network_;
     const std::map<int, std::vector<ModeChange>>& modes_;
+    std::mutex networksMutex_;
     std::map<int, std::unique_ptr<ModeNetwork>> networks_;
-    std::unordered_map<std::string, Solution> solutions_;
+    std::mutex solutionsMutex_;
+    std::unordered_map<std::string, std::shared_ptr<Solutions>> solutions_;  // by operating mode and outage
+    std::size_t keptSolutions_ = 0;
 };
 
 }  // namespace engines

@@ -1,14 +1,18 @@
 #include "engines/rules/SettingRun.h"
 
+#include <algorithm>
+#include <optional>
 #include <ostream>
 #include <set>
 #include <string>
 
+#include "engines/network/Threads.h"
 #include "engines/rules/BranchCoefficients.h"
 #include "engines/rules/Candidates.h"
 #include "engines/rules/Interpreter.h"
 #include "engines/rules/RuleCheck.h"
 #include "engines/rules/Sections.h"
+#include "engines/rules/VariableKind.h"
 #include "exchange/FileNames.h"
 #include "exchange/TextFile.h"
 
@@ -22,18 +26,43 @@ std::string ruleText(int rno, int pno, int ruleNo) {
     return "relay " + std::to_string(rno) + ", part " + std::to_string(pno) + ", rule " + std::to_string(ruleNo);
 }
 
+/// One rule of one relay part: what it is evaluated with and what comes of it.
+struct Job {
+    const exchange::RelayRules& group;
+    const exchange::RuleSection& section;
+    const exchange::RuleBlock& rule;
+    std::span<const double> parameters;
+    std::optional<RuleInHand> inHand;  ///< nothing when the relay has no place
+    RuleResult result;
+    Notes notes;
+    [[nodiscard]] std::string name() const { return ruleText(group.rno, group.pno, section.ruleNo); }
+};
+
+bool asksForTheNetwork(const Job& job) {
+    const auto isSource = [](const exchange::RuleVariable& v) { return isSourceImpedance(v.vType); };
+    return job.inHand && (!job.section.faults.empty() || std::ranges::any_of(job.rule.variables, isSource));
+}
+
 class Run {
   public:
     Run(const Study& study, FaultCalculation& calculation)
         : study_(study),
           sections_(study),
+          calculation_(calculation),
           coefficients_(study, sections_, calculation),
           finder_(study, sections_, calculation, coefficients_),
           interpreter_(finder_) {}
 
     RunResults evaluate() {
-        for (const exchange::RelayRules& group : study_.groups)
-            for (const exchange::RuleSection& section : group.sections) evaluate(group, section);
+        for (const exchange::RelayRules& group : study_.groups) take(group);
+        prepareModes();
+        coefficients_.computeAll();
+        inParallel(static_cast<int>(groups_.size()), [&](int i) {
+            for (Job& job : groups_[static_cast<std::size_t>(i)])
+                if (job.inHand) job.result = interpreter_.evaluate(job.rule, job.parameters, *job.inHand);
+        });
+        for (auto& jobs : groups_)
+            for (Job& job : jobs) record(job);
         results_.coefficients = coefficients_.lines();
         results_.notes.insert(results_.notes.end(), study_.notes.begin(), study_.notes.end());
         return std::move(results_);
@@ -55,48 +84,61 @@ class Run {
         return vectors[static_cast<std::size_t>(vector - 1)];
     }
 
-    RuleInHand inHand(const StudyRelay& relay, const exchange::RuleSection& section, const std::string& where) {
-        RuleInHand rule{relay, {0}, {}};
-        if (!section.modes.empty()) rule.operatingModes = section.modes;
+    void placeFaults(const StudyRelay& relay, Job& job) {
+        job.inHand.emplace(RuleInHand{relay, {0}, {}});
+        if (!job.section.modes.empty()) job.inHand->operatingModes = job.section.modes;
         std::map<int, std::vector<exchange::FaultRow>> rows;
-        for (const exchange::RuleFault& fault : section.faults) rows[fault.rMode].push_back(fault.row);
+        for (const exchange::RuleFault& fault : job.section.faults) rows[fault.rMode].push_back(fault.row);
         for (const auto& [mode, faults] : rows)
-            rule.cases.emplace(mode, faultCases(study_.network, faults, kGroupsFile, where, results_.notes));
-        return rule;
+            job.inHand->cases.emplace(mode, faultCases(study_.network, faults, kGroupsFile, job.name(), job.notes));
     }
 
-    void evaluate(const exchange::RelayRules& group, const exchange::RuleSection& section) {
-        ++nCal_;
-        const std::string where = ruleText(group.rno, group.pno, section.ruleNo);
-        const exchange::RuleBlock& rule = ruleOf(section, where);
-        const auto parameters = parametersOf(rule, section.parameterVector, where);
+    void take(const exchange::RelayRules& group) {
         const StudyRelay* relay = findRelay(study_, group.rno);
-        RuleResult result;
-        if (relay == nullptr || !relay->located)
-            result.reason = relay ? "the network does not have its element" : "RELAY.R1 does not have the relay";
-        else
-            result = interpreter_.evaluate(rule, parameters, inHand(*relay, section, where));
-        record(group, section, where, result);
+        auto& jobs = groups_.emplace_back();
+        for (const exchange::RuleSection& section : group.sections) {
+            const std::string where = ruleText(group.rno, group.pno, section.ruleNo);
+            const exchange::RuleBlock& rule = ruleOf(section, where);
+            Job& job = jobs.emplace_back(
+                Job{group, section, rule, parametersOf(rule, section.parameterVector, where), {}, {}, {}});
+            if (relay == nullptr || !relay->located)
+                job.result.reason =
+                    relay ? "the network does not have its element" : "RELAY.R1 does not have the relay";
+            else
+                placeFaults(*relay, job);
+        }
     }
 
-    void record(const exchange::RelayRules& group, const exchange::RuleSection& section, const std::string& where,
-                RuleResult& result) {
+    void prepareModes() {
+        std::set<int> modes;
+        for (const auto& jobs : groups_)
+            for (const Job& job : jobs)
+                if (asksForTheNetwork(job))
+                    modes.insert(job.inHand->operatingModes.begin(), job.inHand->operatingModes.end());
+        calculation_.prepare(std::vector(modes.begin(), modes.end()));
+    }
+
+    void record(Job& job) {
+        ++nCal_;
+        const auto& [group, section, rule, parameters, inHand, result, notes] = job;
         const bool none = result.outputs.empty();
-        if (none) results_.notes.push_back(where + ": no result: " + result.reason);
-        results_.settings.push_back(
-            {nCal_, group.rno, group.pno, none ? 0 : section.ruleNo, std::move(result.outputs)});
+        results_.notes.insert(results_.notes.end(), notes.begin(), notes.end());
+        if (none) results_.notes.push_back(job.name() + ": no result: " + result.reason);
+        results_.settings.push_back({nCal_, group.rno, group.pno, none ? 0 : section.ruleNo, result.outputs});
         for (const Choice& c : result.choices)
             results_.choices.push_back(
                 {nCal_, group.rno, group.pno, section.ruleNo, c.modeNo, c.nSela, c.nSelb, c.nSelc, c.nSys});
-        results_.variables.push_back({nCal_, group.rno, group.pno, section.ruleNo, std::move(result.inputs)});
+        results_.variables.push_back({nCal_, group.rno, group.pno, section.ruleNo, result.inputs});
     }
 
     const Study& study_;
     Sections sections_;
+    FaultCalculation& calculation_;
     BranchCoefficients coefficients_;
     CandidateFinder finder_;
     Interpreter interpreter_;
     std::set<int> checked_;
+    std::vector<std::vector<Job>> groups_;
     RunResults results_;
     int nCal_ = 0;
 };

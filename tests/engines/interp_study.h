@@ -113,11 +113,17 @@ class TabledCalculation : public engines::FaultCalculation {
     std::map<int, int> cutOut;
     std::vector<std::pair<engines::BranchEnd, engines::BranchEnd>> asked;  // first relay's branch, main branch
 
-    engines::QuantitiesSeen quantities(int sysNo, const engines::FaultCase& outage, const engines::FaultCase& fault,
-                                       const engines::RelayPlace&, std::span<const engines::QuantityAsked> q) override {
-        const auto found = seen.find({sysNo, outage.number, fault.number});
-        if (found == seen.end()) return {std::vector<double>(q.size(), 0.0), true};
-        return {found->second, false};
+    std::vector<engines::QuantitiesSeen> quantities(int sysNo, const engines::FaultCase& outage,
+                                                    std::span<const engines::FaultCase* const> faults,
+                                                    const engines::RelayPlace&,
+                                                    std::span<const engines::QuantityAsked> q) override {
+        std::vector<engines::QuantitiesSeen> all;
+        for (const engines::FaultCase* fault : faults) {
+            const auto found = seen.find({sysNo, outage.number, fault->number});
+            const bool dead = found == seen.end();
+            all.push_back({dead ? std::vector<double>(q.size(), 0.0) : found->second, dead});
+        }
+        return all;
     }
     std::vector<double> branchCoefficients(int sysNo, engines::Sequence sequence, const engines::FaultCase& outage,
                                            const engines::FaultCase& fault, std::span<const engines::BranchEnd> relays,

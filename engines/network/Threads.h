@@ -1,0 +1,17 @@
+#pragma once
+
+#include <functional>
+
+/// Work shared out to threads. What is computed never depends on how many there are: each piece is computed by one
+/// thread alone, and the pieces are put together in their order.
+namespace engines {
+
+/// Threads that this machine runs at once, at least 1.
+int processors();
+
+/// Calls work(0) to work(count - 1), each once, in any order and on several threads. Of the exceptions that are thrown
+/// the one of the smallest number is passed on.
+/// \param threads  at most so many; 0: as many as there are processors
+void inParallel(int count, const std::function<void(int)>& work, int threads = 0);
+
+}  // namespace engines
