@@ -4,6 +4,7 @@
 #include <limits>
 #include <stdexcept>
 
+#include "engines/network/SelectedInverse.h"
 #include "engines/network/SequenceNetwork.h"
 
 namespace engines {
@@ -42,7 +43,65 @@ Complex displacement(FaultKind kind, const Sequences& v) {
     return kind == FaultKind::PhaseBCGround ? v.positive : Complex{};
 }
 
+/// Current into each branch end before the fault.
+ComplexVector prefaultCurrents(const SequenceNetwork& net, const ComplexVector& voltages) {
+    const auto& links = net.elements().links();
+    ComplexVector result(2 * links.size());
+    for (std::size_t k = 0; k < links.size(); ++k) {
+        const Link& link = links[k];
+        if (!link.conducts) continue;
+        const Complex i = link.y * (link.gain * voltages[at(link.from)] - voltages[at(link.to)]);
+        result[2 * k] = link.gain * i;
+        result[2 * k + 1] = -i;
+    }
+    return result;
+}
+
+/// Share of the current of a coupled branch for a unit of fault current at a bus.
+Complex coupledShare(const SequenceNetwork& net, const SelectedInverse& inverse, int branch, int bus) {
+    const auto members = net.elements().coupledWith(branch);
+    const Matrix y = net.admittance(branch);
+    const int own = static_cast<int>(std::ranges::find(members, branch) - members.begin());
+    Complex sum;
+    for (int m = 0; m < y.rows(); ++m) {
+        const Link& link = net.elements().links()[at(members[at(m)])];
+        sum -= y(own, m) * (link.gain * inverse.entry(link.from, bus) - inverse.entry(link.to, bus));
+    }
+    return sum;
+}
+
 }  // namespace
+
+BusStudy::Answers BusStudy::answers(const SequenceNetwork& net) const {
+    const SelectedInverse inverse(net.factors());
+    const auto& branches = mode_->network().branches;
+    const auto& links = net.elements().links();
+    const Ordering& ordering = net.factors().ordering();
+    Answers result;
+    for (int i = 0; i < ordering.n; ++i) {
+        result.driving.push_back(inverse.diagonal(i));
+        result.live.push_back(net.islands().live(i));
+        result.island.push_back(net.islands().of(i));
+    }
+    result.transfer.resize(links.size());
+    result.share.resize(2 * links.size());
+    for (int k = 0; k < static_cast<int>(links.size()); ++k) {
+        const Link& link = links[at(k)];
+        const Complex between = result.transfer[at(k)] = inverse.slot(ordering.pairSlot[at(k)]);
+        if (!link.conducts) continue;
+        Complex &atI = result.share[2 * at(k)], &atJ = result.share[2 * at(k) + 1];
+        const int i = branches[at(k)].from.value, j = branches[at(k)].to.value;
+        if (net.elements().coupledWith(k).size() > 1) {
+            atI = link.gain * coupledShare(net, inverse, k, i);
+            atJ = -coupledShare(net, inverse, k, j);
+            continue;
+        }
+        const Complex toJ = link.to < 0 ? Complex{} : between, toI = link.from < 0 ? Complex{} : between;
+        if (link.from >= 0) atI = product(-link.y * link.gain, link.gain * result.driving[at(i)] - toJ);
+        if (link.to >= 0) atJ = product(link.y, link.gain * toI - result.driving[at(j)]);
+    }
+    return result;
+}
 
 template <class T>
 std::span<const T> BusStudy::AtBus<T>::of(BusIndex bus) const {
@@ -53,42 +112,11 @@ std::span<const T> BusStudy::AtBus<T>::of(BusIndex bus) const {
 BusStudy::BusStudy(const ModeNetwork& mode, int) : mode_(&mode) {
     listEnds();
     listSources();
-    const Network& network = mode.network();
-    const auto answer = [&](const SequenceNetwork& net, Answers& answers) {
-        const auto& links = net.elements().links();
-        answers.transfer.resize(links.size());
-        answers.share.resize(2 * links.size());
-        for (int bus = 0; bus < static_cast<int>(network.buses.size()); ++bus) {
-            const auto column = net.column(bus);
-            answers.driving.push_back((*column)[at(bus)]);
-            answers.live.push_back(net.islands().live(bus));
-            answers.island.push_back(net.islands().of(bus));
-            for (const BranchEnd end : ends({bus})) {
-                const Branch& branch = network.branches[at(end.branch.value)];
-                const Link& own = links[at(end.branch.value)];
-                answers.transfer[at(end.branch.value)] =
-                    (*column)[at((end.end == End::I ? branch.to : branch.from).value)];
-                if (!net.conducts(end.branch.value) || (end.end == End::I ? own.from : own.to) < 0) continue;
-                const auto members = net.elements().coupledWith(end.branch.value);
-                const Matrix y = net.admittance(end.branch.value);
-                Complex current;
-                for (int m = 0; m < y.rows(); ++m) {
-                    const Link& link = links[at(members[at(m)])];
-                    BusWeights drop;
-                    addDifference(
-                        drop, link,
-                        y(static_cast<int>(std::ranges::find(members, end.branch.value) - members.begin()), m));
-                    current -= weighted(drop, *column);
-                }
-                answers.share[at(end)] = end.end == End::I ? own.gain * current : -current;
-            }
-        }
-    };
     const SequenceNetwork& positive = mode.sequence(Sequence::Positive);
-    answer(positive, positive_);
-    answer(mode.sequence(Sequence::Zero), zero_);
-    for (int bus = 0; bus < static_cast<int>(network.buses.size()); ++bus) before_.push_back(positive.prefault(bus));
-    if (!positive.startsFlat()) beforeAtEnd_ = positive.prefaultCurrents();
+    positive_ = answers(positive);
+    zero_ = answers(mode.sequence(Sequence::Zero));
+    before_ = positive.prefaultVoltages();
+    if (!positive.startsFlat()) beforeAtEnd_ = prefaultCurrents(positive, before_);
 }
 
 void BusStudy::listEnds() {

@@ -55,6 +55,7 @@ class BusStudy {
         std::vector<T> items;
         [[nodiscard]] std::span<const T> of(BusIndex bus) const;
     };
+    [[nodiscard]] Answers answers(const SequenceNetwork& net) const;
     void listEnds();
     void listSources();
 

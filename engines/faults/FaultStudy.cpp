@@ -29,8 +29,9 @@ ComplexVector injections(const Network& network) {
 }
 
 std::shared_ptr<const SequenceNetwork> sequenceNetwork(const Network& network, Sequence sequence,
-                                                       const std::vector<ModeChange>& changes) {
-    return std::make_shared<SequenceNetwork>(std::make_shared<SequenceElements>(network, sequence, changes),
+                                                       const std::vector<ModeChange>& changes,
+                                                       const std::shared_ptr<const Ordering>& ordering) {
+    return std::make_shared<SequenceNetwork>(std::make_shared<SequenceElements>(network, sequence, changes, ordering),
                                              sequence == Sequence::Positive ? injections(network) : ComplexVector{});
 }
 
@@ -91,8 +92,11 @@ struct Solution::State {
 };
 
 ModeNetwork::ModeNetwork(const Network& network, std::vector<ModeChange> changes)
-    : impl_(std::make_unique<Impl>(&network, sequenceNetwork(network, Sequence::Positive, changes),
-                                   sequenceNetwork(network, Sequence::Zero, changes))) {}
+    : impl_(std::make_unique<Impl>(&network, nullptr, nullptr)) {
+    const auto ordering = orderingOf(network);
+    impl_->positive = sequenceNetwork(network, Sequence::Positive, changes, ordering);
+    impl_->zero = sequenceNetwork(network, Sequence::Zero, changes, ordering);
+}
 ModeNetwork::~ModeNetwork() = default;
 ModeNetwork::ModeNetwork(ModeNetwork&&) noexcept = default;
 ModeNetwork& ModeNetwork::operator=(ModeNetwork&&) noexcept = default;
@@ -144,7 +148,8 @@ Complex ModeNetwork::sourceImpedance(Sequence sequence, BusIndex bus, BranchInde
     const auto& whole = sequence == Sequence::Positive ? impl_->positive : impl_->zero;
     const auto net = without.value < 0 ? whole : whole->without({without.value});
     if (!net->islands().live(bus.value)) return {std::numeric_limits<double>::infinity(), 0};
-    return (*net->column(bus.value))[at(bus.value)];
+    const auto half = net->half(bus);
+    return net->seen(*half, net->inject(*half));
 }
 
 Solution::Solution(std::shared_ptr<const State> state) : state_(std::move(state)), dead_(state_->dead) {}

@@ -22,7 +22,7 @@ Complex dot(const ComplexVector& a, const ComplexVector& b) {
 }  // namespace
 
 SequencePorts::SequencePorts(const Network& network, const SequenceNetwork& whole, std::shared_ptr<const Places> places)
-    : grid_(&network), places_(std::move(places)) {
+    : grid_(&network), whole_(whole.shared_from_this()), places_(std::move(places)) {
     takeOut(whole);
     for (const Port& port : places_->ports) {
         if (port.branch >= 0) {
@@ -169,10 +169,9 @@ Complex SequencePorts::local(int j, int l) const {
 }
 
 void SequencePorts::respond() {
-    for (const View& view : views_) {
-        for (const auto& [bus, weight] : view.weights) {
-            if (!columns_.contains(bus)) columns_[bus] = net_->column(bus);
-        }
+    for (View& view : views_) {
+        view.half = net_->half(view.weights);
+        view.injection = net_->inject(view.half);
     }
     response_ = Matrix(size(), size());
     for (int l = 0; l < size(); ++l) {
@@ -184,15 +183,11 @@ void SequencePorts::respond() {
 // rounding leaves must not decide about its voltage.
 Complex SequencePorts::respond(int j, int l) const {
     constexpr double kCancelled = 1e-12;
-    Complex sum = local(j, l);
-    double size = std::abs(sum);
-    const double direction = places_->ports[at(l)].series ? 1 : -1;
-    for (const auto& [bus, weight] : views_[at(l)].weights) {
-        const Complex term = direction * weight * weighted(views_[at(j)].weights, *columns_.at(bus));
-        sum += term;
-        size = std::max(size, std::abs(term));
-    }
-    return std::abs(sum) > kCancelled * size ? sum : Complex{};
+    const Complex near = local(j, l);
+    const Complex far =
+        (places_->ports[at(l)].series ? 1.0 : -1.0) * net_->seen(views_[at(j)].half, views_[at(l)].injection);
+    const double size = std::max(std::abs(near), std::abs(far));
+    return std::abs(near + far) > kCancelled * size ? near + far : Complex{};
 }
 
 Complex SequencePorts::prefault(int port) const {
@@ -211,56 +206,63 @@ bool SequencePorts::deadAt(int port) const {
 SequenceField::SequenceField(std::shared_ptr<const SequencePorts> ports, ComplexVector values, ComplexVector floats,
                              bool withPrefault)
     : ports_(std::move(ports)), values_(std::move(values)), floats_(std::move(floats)), withPrefault_(withPrefault) {
-    std::map<int, Complex> injection;
+    const auto outageColumns = ports_->net_->outageColumns();
+    ComplexVector outages(outageColumns.size());
     for (int l = 0; l < ports_->size(); ++l) {
-        const double direction = ports_->places_->ports[at(l)].series ? 1 : -1;
-        for (const auto& [bus, weight] : ports_->views_[at(l)].weights) {
-            injection[bus] += direction * weight * values_[at(l)];
-        }
+        const Complex current = (ports_->places_->ports[at(l)].series ? 1.0 : -1.0) * values_[at(l)];
+        if (current == Complex{}) continue;
+        const Injection& injection = ports_->views_[at(l)].injection;
+        injections_.emplace_back(&injection.own, current);
+        for (std::size_t c = 0; c < outages.size(); ++c) outages[c] += injection.outages[c] * current;
     }
-    for (const auto& [bus, current] : injection) {
-        if (current != Complex{}) injections_.emplace_back(ports_->columns_.at(bus).get(), current);
-    }
+    for (std::size_t c = 0; c < outages.size(); ++c) injections_.emplace_back(&outageColumns[c], outages[c]);
 }
 
-Complex SequenceField::component(int bus) const {
+Complex SequenceField::component(const HalfColumn& by) const {
     Complex sum;
-    if (bus < 0) return sum;
-    for (const auto& [column, current] : injections_) sum += (*column)[at(bus)] * current;
+    for (const auto& [column, current] : injections_) sum += ports_->net_->factors().dot(by, *column) * current;
     return sum;
 }
 
-Complex SequenceField::voltage(int bus) const {
-    if (bus < 0) return {};
-    const Complex sum = component(bus) + (withPrefault_ ? ports_->net_->prefault(bus) : Complex{});
+Complex SequenceField::floating(int bus) const {
     const Islands& islands = ports_->net_->islands();
-    if (islands.live(bus)) return sum;
+    if (islands.live(bus)) return {};
     const auto& keys = ports_->floats_;
     const auto key = std::find(keys.begin(), keys.end(), std::pair{-1, islands.of(bus)});
-    return key == keys.end() ? Complex{} : sum + floats_[static_cast<std::size_t>(key - keys.begin())];
+    return key == keys.end() ? Complex{} : floats_[static_cast<std::size_t>(key - keys.begin())];
+}
+
+Complex SequenceField::voltage(int bus) const {
+    const SequenceNetwork& net = *ports_->net_;
+    const Islands& islands = net.islands();
+    if (!islands.live(bus) && std::find(ports_->floats_.begin(), ports_->floats_.end(),
+                                        std::pair{-1, islands.of(bus)}) == ports_->floats_.end())
+        return {};
+    return component(*net.half(BusIndex{bus})) + floating(bus) + (withPrefault_ ? net.prefault(bus) : Complex{});
 }
 
 // A common voltage of a floating island drives no current, nor does the flat start.
-Complex SequenceField::drop(const Link& link) const {
+Complex SequenceField::drop(int branch) const {
     const SequenceNetwork& net = *ports_->net_;
-    const bool loaded = withPrefault_ && !net.startsFlat();
-    const auto before = [&](int bus) { return loaded && bus >= 0 ? net.prefault(bus) : Complex{}; };
-    return link.gain * (component(link.from) + before(link.from)) - (component(link.to) + before(link.to));
+    const Link& link = net.elements().links()[at(branch)];
+    const Complex driven = component(*net.across(branch));
+    if (!withPrefault_ || net.startsFlat()) return driven;
+    const auto before = [&](int bus) { return bus >= 0 ? net.prefault(bus) : Complex{}; };
+    return driven + link.gain * before(link.from) - before(link.to);
 }
 
 Complex SequenceField::ownCurrent(int branch) const {
     const SequenceNetwork& net = *ports_->net_;
     if (!net.conducts(branch)) return {};
-    const auto& links = net.elements().links();
     const auto members = net.elements().coupledWith(branch);
     const auto known = ports_->admittances_.find(members.front());
     if (known == ports_->admittances_.end() && members.size() == 1)
-        return drop(links[at(branch)]) / links[at(branch)].z;
+        return drop(branch) * net.elements().links()[at(branch)].y;
     const Matrix y = known == ports_->admittances_.end() ? net.admittance(branch) : known->second;
     const int own = static_cast<int>(std::find(members.begin(), members.end(), branch) - members.begin());
     Complex sum;
     for (int m = 0; m < y.rows(); ++m) {
-        if (y(own, m) != Complex{}) sum += y(own, m) * drop(links[at(members[at(m)])]);
+        if (y(own, m) != Complex{}) sum += y(own, m) * drop(members[at(m)]);
     }
     for (int l = 0; l < ports_->size(); ++l) {
         const Port& port = ports_->places_->ports[at(l)];

@@ -50,6 +50,8 @@ class SequencePorts {
         bool conducts = false;         // open: carries the branch's own current
         ComplexVector drop, admitted;  // M_s and Y M_s over the coupled set
         BusWeights weights;
+        HalfColumn half;      // of the weights
+        Injection injection;  // of a unit of the unknown's weights
     };
     void takeOut(const SequenceNetwork& whole);
     View viewOf(const Port& port);
@@ -66,12 +68,11 @@ class SequencePorts {
     [[nodiscard]] Complex respond(int j, int l) const;
 
     const Network* grid_;
-    std::shared_ptr<const SequenceNetwork> net_;
+    std::shared_ptr<const SequenceNetwork> whole_, net_;
     std::shared_ptr<const Places> places_;
     std::vector<View> views_;
     std::vector<std::pair<int, int>> floats_;  // (-1, island) or (branch, piece)
     std::map<int, Matrix> admittances_;        // by the first branch of the coupled set
-    std::map<int, std::shared_ptr<const ComplexVector>> columns_;
     Matrix response_;
 };
 
@@ -89,14 +90,15 @@ class SequenceField {
     [[nodiscard]] const SequencePorts& ports() const { return *ports_; }
 
   private:
-    [[nodiscard]] Complex component(int bus) const;
-    [[nodiscard]] Complex drop(const Link& link) const;
+    [[nodiscard]] Complex component(const HalfColumn& by) const;
+    [[nodiscard]] Complex drop(int branch) const;
+    [[nodiscard]] Complex floating(int bus) const;
     [[nodiscard]] Complex ownCurrent(int branch) const;
 
     std::shared_ptr<const SequencePorts> ports_;
     ComplexVector values_, floats_;
     bool withPrefault_;
-    std::vector<std::pair<const ComplexVector*, Complex>> injections_;
+    std::vector<std::pair<const DrivenColumn*, Complex>> injections_;
 };
 
 }  // namespace engines

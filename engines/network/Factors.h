@@ -1,74 +1,58 @@
 #pragma once
 
 #include <complex>
-#include <cstdint>
-#include <map>
 #include <memory>
-#include <mutex>
 #include <utility>
 #include <vector>
+
+#include "engines/network/HalfColumn.h"
 
 /// Sparse complex symmetric systems: L D L' with a fill-reducing order.
 namespace engines {
 
-/// One contribution a[row, column] = a[column, row] += value; each off-diagonal pair is given once.
-struct SymmetricEntry {
-    int row = 0, column = 0;
-    std::complex<double> value;
-};
+/// A matrix in the structure of its factors.
+struct SymmetricMatrix {
+    explicit SymmetricMatrix(std::shared_ptr<const Ordering> ordering);
+    /// a[i, j] = a[j, i] += value, within the structure; the pair is given once.
+    void add(int i, int j, Complex value);
 
-/// Order and structure of the factors; depends on the positions of the entries alone, not on their values.
-class Ordering {
-  public:
-    /// \param entries  positions used, values ignored; all below n
-    Ordering(int n, const std::vector<SymmetricEntry>& entries);
-    ~Ordering();
-    Ordering(const Ordering&) = delete;
-    Ordering& operator=(const Ordering&) = delete;
-
-    struct Structure;
-
-  private:
-    friend class Factors;
-    std::unique_ptr<Structure> structure_;
-};
-
-/// Orderings by the positions of their entries: the operating modes of a network share them.
-class OrderingCache {
-  public:
-    std::shared_ptr<const Ordering> of(int n, const std::vector<SymmetricEntry>& entries);
-
-  private:
-    std::mutex mutex_;
-    std::map<std::uint64_t, std::shared_ptr<const Ordering>> kept_;
+    std::shared_ptr<const Ordering> ordering;
+    ComplexVector diagonal;  ///< in elimination order
+    ComplexVector lower;     ///< by slot
 };
 
 /// The numeric factors of one matrix.
-/// Source: T. A. Davis, Direct Methods for Sparse Linear Systems, ch. 4 (up-looking factorisation along the
-/// elimination tree). Without pivoting; a matrix whose diagonal breaks down on the way goes to an LU with pivoting.
+/// Source: T. A. Davis, Direct Methods for Sparse Linear Systems, ch. 4; the slots that an eliminated column changes
+/// are listed in advance. Without pivoting; a matrix whose diagonal breaks down on the way goes to an LU with pivoting.
 class Factors {
   public:
-    /// \param entries  the same positions in the same order as those of the ordering
     /// \throws std::domain_error when the matrix is singular
-    Factors(std::shared_ptr<const Ordering> ordering, const std::vector<SymmetricEntry>& entries);
+    explicit Factors(const SymmetricMatrix& matrix);
     ~Factors();
     Factors(const Factors&) = delete;
     Factors& operator=(const Factors&) = delete;
 
-    [[nodiscard]] std::vector<std::complex<double>> solve(std::vector<std::complex<double>> rhs) const;
+    [[nodiscard]] ComplexVector solve(ComplexVector rhs) const;
     /// The same for a right-hand side of a few values, given with their places.
-    [[nodiscard]] std::vector<std::complex<double>> solve(
-        const std::vector<std::pair<int, std::complex<double>>>& rhs) const;
+    [[nodiscard]] ComplexVector solve(const BusWeights& rhs) const;
+    /// The half column of one unknown.
+    [[nodiscard]] HalfColumn half(int unknown) const;
+    [[nodiscard]] DrivenColumn driven(const HalfColumn& half) const;
+    [[nodiscard]] Complex dot(const HalfColumn& seen, const DrivenColumn& driven) const;
     /// Whether the diagonal held and the symmetric factors are in use.
     [[nodiscard]] bool symmetric() const { return !lu_; }
 
+    [[nodiscard]] const Ordering& ordering() const { return *ordering_; }
+    [[nodiscard]] const ComplexVector& lower() const { return lower_; }
+    [[nodiscard]] const ComplexVector& inverseDiagonal() const { return inverseDiagonal_; }
+
   private:
     struct Lu;
-    [[nodiscard]] bool factorise(const std::vector<std::complex<double>>& upper);
-    [[nodiscard]] std::vector<std::complex<double>> backward(std::vector<std::complex<double>> x) const;
+    [[nodiscard]] bool factorise(const ComplexVector& before);
+    [[nodiscard]] ComplexVector backward(ComplexVector x) const;
 
     std::shared_ptr<const Ordering> ordering_;
-    std::vector<std::complex<double>> lower_, inverseDiagonal_;
+    ComplexVector lower_, inverseDiagonal_;
     std::unique_ptr<Lu> lu_;
 };
 

@@ -1,9 +1,11 @@
 #include "engines/network/Network.h"
 
+#include <algorithm>
 #include <cmath>
+#include <map>
 #include <numbers>
 
-#include "engines/network/Factors.h"
+#include "engines/network/Ordering.h"
 #include "exchange/TextFile.h"
 
 namespace engines {
@@ -213,6 +215,47 @@ int Network::source(const std::string& name) const {
         if (sources[i].name == name) return static_cast<int>(i);
     }
     return -1;
+}
+
+std::vector<std::vector<int>> coupledSets(const Network& network) {
+    std::map<int, std::vector<int>> sets;  // by their first branch
+    std::map<int, int> setOf;
+    for (const Mutual& m : network.mutuals) {
+        int a = setOf.try_emplace(m.first.value, m.first.value).first->second;
+        int b = setOf.try_emplace(m.second.value, m.second.value).first->second;
+        for (const int k : {a, b}) {
+            if (sets[k].empty()) sets[k].push_back(k);
+        }
+        if (a == b) continue;
+        if (a > b) std::swap(a, b);
+        for (const int k : sets[b]) setOf[k] = a, sets[a].push_back(k);
+        sets.erase(b);
+    }
+    std::vector<std::vector<int>> result;
+    for (auto& [first, members] : sets) {
+        std::sort(members.begin(), members.end());
+        result.push_back(std::move(members));
+    }
+    return result;
+}
+
+std::shared_ptr<const Ordering> orderingOf(const Network& network) {
+    std::vector<IndexPair> pairs;
+    pairs.reserve(network.branches.size());
+    for (const Branch& b : network.branches) pairs.emplace_back(b.from.value, b.to.value);
+    for (const std::vector<int>& set : coupledSets(network)) {
+        for (std::size_t a = 0; a < set.size(); ++a) {
+            for (std::size_t b = a + 1; b < set.size(); ++b) {
+                const IndexPair p = pairs[static_cast<std::size_t>(set[a])],
+                                q = pairs[static_cast<std::size_t>(set[b])];
+                pairs.insert(pairs.end(),
+                             {{p.first, q.first}, {p.first, q.second}, {p.second, q.first}, {p.second, q.second}});
+            }
+        }
+    }
+    const int n = static_cast<int>(network.buses.size());
+    return network.orderings ? network.orderings->of(n, std::move(pairs))
+                             : std::make_shared<const Ordering>(n, std::move(pairs));
 }
 
 Network buildNetwork(const exchange::NetworkData& data) {

@@ -1,18 +1,16 @@
 #pragma once
 
-#include <complex>
 #include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
+#include "engines/network/Complex.h"
 #include "exchange/BranchGraph.h"
 #include "exchange/NetworkFiles.h"
 
 /// The network as the executables compute on it: positions instead of bus numbers, complex impedances per unit.
 namespace engines {
-
-using Complex = std::complex<double>;
 
 /// A bus number as it stands in the files.
 struct BusNo {
@@ -85,6 +83,7 @@ struct Bus {
     std::string name;   ///< GBK
 };
 
+struct Ordering;
 class OrderingCache;
 
 struct Network {
@@ -105,6 +104,12 @@ struct Network {
     std::unordered_multimap<int, int> branchById;
     std::shared_ptr<OrderingCache> orderings;  ///< elimination orders, found once for all operating modes; may be empty
 };
+
+/// The branches coupled with one another, ascending, for each set of them.
+std::vector<std::vector<int>> coupledSets(const Network& network);
+/// The order of elimination for both sequences: pairs are the ends of each branch, in their order, then those of the
+/// branches of each coupled set.
+std::shared_ptr<const Ordering> orderingOf(const Network& network);
 
 /// \throws exchange::FormatError when an element names a bus that does not exist, or an impedance is zero or not finite
 Network buildNetwork(const exchange::NetworkData& data);

@@ -15,20 +15,6 @@ constexpr double kUpdateLoss = 1e5;
 constexpr std::size_t kKeptValues = std::size_t{1} << 22;
 constexpr std::size_t kKeptVariants = 256;
 
-void addPair(std::vector<SymmetricEntry>& entries, const Link& a, const Link& b, Complex y) {
-    for (const auto& [i, signI] : {std::pair{a.from, a.gain}, std::pair{a.to, -1.0}}) {
-        for (const auto& [j, signJ] : {std::pair{b.from, b.gain}, std::pair{b.to, -1.0}}) {
-            if (i >= 0 && j >= 0) entries.push_back({i, j, y * (signI * signJ * (i == j ? 2.0 : 1.0))});
-        }
-    }
-}
-
-void addSelf(std::vector<SymmetricEntry>& entries, const Link& link, Complex y) {
-    if (link.from >= 0) entries.push_back({link.from, link.from, y * (link.gain * link.gain)});
-    if (link.to >= 0) entries.push_back({link.to, link.to, y});
-    if (link.from >= 0 && link.to >= 0) entries.push_back({link.from, link.to, -y * link.gain});
-}
-
 double largestEntry(const Matrix& m) {
     double largest = 0;
     for (int i = 0; i < m.rows(); ++i) {
@@ -47,14 +33,23 @@ Matrix product(const Matrix& a, const Matrix& b) {
     return c;
 }
 
+ComplexVector times(const Matrix& m, const ComplexVector& v) {
+    ComplexVector result(at(m.rows()));
+    for (int i = 0; i < m.rows(); ++i) {
+        for (int j = 0; j < m.columns(); ++j) result[at(i)] += m(i, j) * v[at(j)];
+    }
+    return result;
+}
+
 }  // namespace
 
 /// Z' = Z + W S^-1 W', W = Z B: the columns of B are the weights of the branches taken out, S = D - B' Z B with D
 /// their part of the primitive admittance. Source: Alsac, Stott, Tinney, Sparsity-oriented compensation methods, 1983.
 struct SequenceNetwork::Update {
-    std::vector<BusWeights> weights;
-    std::vector<ComplexVector> columns;
-    Matrix inverse;
+    std::vector<HalfColumn> halves;     // of the columns of B
+    std::vector<DrivenColumn> columns;  // the same, driven
+    Matrix inverse;                     // of S
+    ComplexVector beforeFault;          // S^-1 B' V0
 };
 
 void addDifference(BusWeights& weights, const Link& link, Complex weight) {
@@ -63,21 +58,11 @@ void addDifference(BusWeights& weights, const Link& link, Complex weight) {
     if (link.to >= 0) weights.emplace_back(link.to, -weight);
 }
 
-Complex weighted(const BusWeights& weights, const ComplexVector& voltages) {
-    Complex sum;
-    for (const auto& [bus, weight] : weights) sum += weight * voltages[at(bus)];
-    return sum;
-}
-
 SequenceNetwork::SequenceNetwork(std::shared_ptr<const SequenceElements> elements, ComplexVector injection)
     : elements_(std::move(elements)),
       islands_(std::make_shared<Islands>(*elements_, removed_)),
-      bridges_(bridges(*elements_)),
-      injection_(std::move(injection)) {
-    const std::vector<SymmetricEntry> matrix = entries();
-    ordering_ = elements_->orderings() ? elements_->orderings()->of(elements_->buses(), matrix)
-                                       : std::make_shared<const Ordering>(elements_->buses(), matrix);
-    factors_ = std::make_unique<Factors>(ordering_, matrix);
+      injection_(std::move(injection)),
+      factors_(std::make_unique<Factors>(matrix())) {
     startFromInjection();
 }
 
@@ -87,47 +72,69 @@ SequenceNetwork::SequenceNetwork(const SequenceNetwork& whole, std::vector<int> 
       removed_(std::move(removed)),
       islands_(std::move(islands)),
       injection_(whole.injection_),
-      ordering_(whole.ordering_),
       update_(std::move(update)) {
     if (update_)
         base_ = &whole;
     else
-        factors_ = std::make_unique<Factors>(ordering_, entries());
+        factors_ = std::make_unique<Factors>(matrix());
     startFromInjection();
 }
 
 SequenceNetwork::~SequenceNetwork() = default;
 
 void SequenceNetwork::startFromInjection() {
-    if (injection_.empty()) return;
+    if (startsFlat()) return;
+    if (update_) {
+        ComplexVector seenBefore;
+        for (const HalfColumn& half : update_->halves) {
+            Complex sum;
+            for (const auto& [bus, weight] : half.weights) sum += weight * base_->prefault(bus);
+            seenBefore.push_back(sum);
+        }
+        update_->beforeFault = times(update_->inverse, seenBefore);
+        return;
+    }
     ComplexVector current = injection_;
     for (int i = 0; i < elements_->buses(); ++i) {
         if (!islands_->live(i)) current[at(i)] = 0;
     }
-    prefault_ = solve(current);
+    prefault_ = factors_->solve(std::move(current));
 }
 
 Complex SequenceNetwork::prefault(int bus) const {
     if (!islands_->live(bus)) return {};
-    return prefault_.empty() ? Complex{1} : prefault_[at(bus)];
+    if (startsFlat()) return 1;
+    if (!update_) return prefault_[at(bus)];
+    Complex voltage = base_->prefault(bus);
+    const auto by = half(BusIndex{bus});
+    for (std::size_t c = 0; c < update_->columns.size(); ++c) {
+        voltage += factors().dot(*by, update_->columns[c]) * update_->beforeFault[c];
+    }
+    return voltage;
 }
 
-ComplexVector SequenceNetwork::prefaultCurrents() const {
-    const auto& links = elements_->links();
-    ComplexVector result(2 * links.size());
-    if (startsFlat()) return result;
-    for (int k = 0; k < static_cast<int>(links.size()); ++k) {
-        const Link& link = links[at(k)];
-        if (!conducts(k)) continue;
-        const Complex i = (link.gain * prefault(link.from) - prefault(link.to)) / link.z;
-        result[2 * at(k)] = link.gain * i;
-        result[2 * at(k) + 1] = -i;
+ComplexVector SequenceNetwork::prefaultVoltages() const {
+    ComplexVector result(at(elements_->buses()));
+    if (update_ && !startsFlat()) {
+        BusWeights injection;
+        for (std::size_t c = 0; c < update_->halves.size(); ++c) {
+            for (const auto& [bus, w] : update_->halves[c].weights)
+                injection.emplace_back(bus, w * update_->beforeFault[c]);
+        }
+        result = factors().solve(injection);
+    }
+    for (int i = 0; i < elements_->buses(); ++i) {
+        if (!islands_->live(i))
+            result[at(i)] = 0;
+        else
+            result[at(i)] += update_ ? base_->prefault(i) : prefault(i);
     }
     return result;
 }
 
 bool SequenceNetwork::conducts(int branch) const {
-    return elements_->links()[at(branch)].conducts && !std::binary_search(removed_.begin(), removed_.end(), branch);
+    if (!elements_->links()[at(branch)].conducts) return false;
+    return removed_.empty() || !std::binary_search(removed_.begin(), removed_.end(), branch);
 }
 
 Matrix SequenceNetwork::admittance(int branch) const {
@@ -151,30 +158,50 @@ Matrix SequenceNetwork::admittance(int branch) const {
     return result;
 }
 
-std::vector<SymmetricEntry> SequenceNetwork::entries() const {
-    std::vector<SymmetricEntry> result;
+void SequenceNetwork::addCoupled(int first, SymmetricMatrix& matrix) const {
+    const auto members = elements_->coupledWith(first);
     const auto& links = elements_->links();
-    for (int k = 0; k < static_cast<int>(links.size()); ++k) {
-        const auto members = elements_->coupledWith(k);
-        if (members.size() == 1) {
-            addSelf(result, links[at(k)], conducts(k) ? 1.0 / links[at(k)].z : Complex{});
-        } else if (members.front() == k) {
-            const Matrix y = admittance(k);
-            for (int a = 0; a < y.rows(); ++a) {
-                addSelf(result, links[at(members[at(a)])], y(a, a));
-                for (int b = a + 1; b < y.rows(); ++b) {
-                    addPair(result, links[at(members[at(a)])], links[at(members[at(b)])], y(a, b));
+    const Matrix y = admittance(first);
+    for (int a = 0; a < y.rows(); ++a) {
+        for (int b = a; b < y.rows(); ++b) {
+            const Link &p = links[at(members[at(a)])], &q = links[at(members[at(b)])];
+            for (const auto& [i, gainI] : {std::pair{p.from, p.gain}, std::pair{p.to, -1.0}}) {
+                for (const auto& [j, gainJ] : {std::pair{q.from, q.gain}, std::pair{q.to, -1.0}}) {
+                    // Each entry off the diagonal once, though both orders of its ends come by.
+                    const double times = a != b && i == j ? 2 : a == b && i != j ? 0.5 : 1;
+                    if (i >= 0 && j >= 0) matrix.add(i, j, y(a, b) * (gainI * gainJ * times));
                 }
             }
         }
     }
-    std::vector<double> held(at(elements_->buses()), 0);
-    for (const auto& e : result) held[at(e.row)] = std::max(held[at(e.row)], std::abs(e.value));
-    for (const NodeShunt& s : elements_->shunts()) result.push_back({s.bus, s.bus, s.y});
+}
+
+// A floating island: its first bus is held.
+void SequenceNetwork::hold(SymmetricMatrix& matrix) const {
     for (int i = 0; i < elements_->buses(); ++i) {
-        const bool hold = islands_->of(i) == i && !islands_->live(i);
-        result.push_back({i, i, hold ? Complex{0, -(held[at(i)] > 0 ? held[at(i)] : 1.0)} : Complex{}});
+        if (islands_->of(i) != i || islands_->live(i)) continue;
+        const double size = std::abs(matrix.diagonal[at(matrix.ordering->place[at(i)])]);
+        matrix.add(i, i, {0, size > 0 ? -size : -1});
     }
+}
+
+SymmetricMatrix SequenceNetwork::matrix() const {
+    SymmetricMatrix result(elements_->ordering());
+    const auto& links = elements_->links();
+    const Ordering& o = *result.ordering;
+    for (int k = 0; k < static_cast<int>(links.size()); ++k) {
+        const Link& link = links[at(k)];
+        const auto members = elements_->coupledWith(k);
+        if (members.size() > 1) {
+            if (members.front() == k) addCoupled(k, result);
+        } else if (conducts(k)) {
+            if (link.from >= 0) result.diagonal[at(o.place[at(link.from)])] += link.y * (link.gain * link.gain);
+            if (link.to >= 0) result.diagonal[at(o.place[at(link.to)])] += link.y;
+            if (link.from >= 0 && link.to >= 0) result.lower[at(o.pairSlot[at(k)])] -= link.y * link.gain;
+        }
+    }
+    for (const NodeShunt& s : elements_->shunts()) result.diagonal[at(o.place[at(s.bus)])] += s.y;
+    hold(result);
     return result;
 }
 
@@ -190,15 +217,16 @@ std::unique_ptr<SequenceNetwork::Update> SequenceNetwork::update(const std::vect
             return it == members.end() ? -1 : static_cast<int>(it - members.begin());
         };
         const int own = place(branches[at(c)]);
-        BusWeights& weights = result->weights.emplace_back();
+        BusWeights weights;
         for (int m = 0; m < y.rows(); ++m) addDifference(weights, elements_->links()[at(members[at(m)])], y(m, own));
         for (int r = 0; r < n; ++r) {
             if (const int other = place(branches[at(r)]); other >= 0) d(r, c) = y(other, own);
         }
-        result->columns.push_back(solve(weights));
+        result->halves.push_back(half(weights));
+        result->columns.push_back(factors_->driven(result->halves.back()));
     }
     for (int r = 0; r < n; ++r) {
-        for (int c = 0; c < n; ++c) s(r, c) = d(r, c) - weighted(result->weights[at(r)], result->columns[at(c)]);
+        for (int c = 0; c < n; ++c) s(r, c) = d(r, c) - factors_->dot(result->halves[at(r)], result->columns[at(c)]);
     }
     try {
         result->inverse = inverse(s);
@@ -216,57 +244,100 @@ std::shared_ptr<const Islands> SequenceNetwork::islandsWithout(const std::vector
     return std::make_shared<const Islands>(*elements_, branches);
 }
 
+std::shared_ptr<const SequenceNetwork> SequenceNetwork::makeWithout(const std::vector<int>& removed) const {
+    const std::shared_ptr<const Islands> islands = islandsWithout(removed);
+    const bool splits = islands != islands_ && islands->floating() > islands_->floating();
+    return std::shared_ptr<const SequenceNetwork>(
+        new SequenceNetwork(*this, removed, islands, splits ? nullptr : update(removed)));
+}
+
 std::shared_ptr<const SequenceNetwork> SequenceNetwork::without(const std::vector<int>& branches) const {
     std::vector<int> removed;
     std::copy_if(branches.begin(), branches.end(), std::back_inserter(removed), [&](int k) { return conducts(k); });
     if (removed.empty()) return shared_from_this();
-    const std::lock_guard lock(mutex_);
-    auto& kept = variants_[removed];
-    if (!kept) {
-        const std::shared_ptr<const Islands> islands = islandsWithout(removed);
-        const bool splits = islands != islands_ && islands->floating() > islands_->floating();
-        kept.reset(new SequenceNetwork(*this, removed, islands, splits ? nullptr : update(removed)));
+    {
+        const std::lock_guard lock(mutex_);
+        if (bridges_.empty()) bridges_ = bridges(*elements_);
+        if (const auto found = variants_.find(removed); found != variants_.end()) return found->second;
     }
-    const std::shared_ptr<const SequenceNetwork> result = kept;
-    if (variants_.size() > kKeptVariants) variants_.clear();
+    const auto made = makeWithout(removed);
+    const std::lock_guard lock(mutex_);
+    if (variants_.size() >= kKeptVariants) variants_.clear();
+    return variants_.emplace(std::move(removed), made).first->second;
+}
+
+template <class Make>
+std::shared_ptr<const HalfColumn> SequenceNetwork::kept(Halves& halves, int key, Make make) const {
+    {
+        const std::lock_guard lock(mutex_);
+        if (const auto found = halves.find(key); found != halves.end()) return found->second;
+    }
+    const auto made = std::make_shared<const HalfColumn>(make());
+    const std::lock_guard lock(mutex_);
+    if (keptValues_ > kKeptValues) halves_.clear(), across_.clear(), keptValues_ = 0;
+    keptValues_ += made->values.size();
+    return halves.emplace(key, made).first->second;
+}
+
+std::shared_ptr<const HalfColumn> SequenceNetwork::half(BusIndex bus) const {
+    if (base_) return base_->half(bus);
+    return kept(halves_, bus.value, [&] { return factors_->half(bus.value); });
+}
+
+std::shared_ptr<const HalfColumn> SequenceNetwork::across(int branch) const {
+    if (base_) return base_->across(branch);
+    return kept(across_, branch, [&] {
+        BusWeights weights;
+        addDifference(weights, elements_->links()[at(branch)], 1);
+        return half(weights);
+    });
+}
+
+HalfColumn SequenceNetwork::half(const BusWeights& weights) const {
+    std::vector<std::shared_ptr<const HalfColumn>> halves;
+    std::vector<std::pair<const HalfColumn*, Complex>> terms;
+    for (const auto& [bus, weight] : weights) {
+        halves.push_back(half(BusIndex{bus}));
+        terms.emplace_back(halves.back().get(), weight);
+    }
+    return combined(factors().ordering(), terms);
+}
+
+Injection SequenceNetwork::inject(const HalfColumn& weights) const {
+    Injection result{factors().driven(weights), {}};
+    if (!update_) return result;
+    ComplexVector seenByOutages;
+    for (const HalfColumn& half : update_->halves) seenByOutages.push_back(factors().dot(half, result.own));
+    result.outages = times(update_->inverse, seenByOutages);
     return result;
 }
 
-void SequenceNetwork::correct(ComplexVector& voltages) const {
-    const int n = static_cast<int>(update_->weights.size());
-    ComplexVector seen;
-    for (const BusWeights& weights : update_->weights) seen.push_back(weighted(weights, voltages));
-    for (int r = 0; r < n; ++r) {
-        Complex factor;
-        for (int c = 0; c < n; ++c) factor += update_->inverse(r, c) * seen[at(c)];
-        for (std::size_t i = 0; i < voltages.size(); ++i) voltages[i] += update_->columns[at(r)][i] * factor;
+Complex SequenceNetwork::seen(const HalfColumn& by, const Injection& injection) const {
+    Complex sum = factors().dot(by, injection.own);
+    for (std::size_t c = 0; c < injection.outages.size(); ++c) {
+        sum += factors().dot(by, update_->columns[c]) * injection.outages[c];
     }
+    return sum;
 }
 
-ComplexVector SequenceNetwork::solve(const ComplexVector& injection) const {
-    if (factors_) return factors_->solve(injection);
-    ComplexVector voltages = base_->solve(injection);
-    correct(voltages);
-    return voltages;
+std::span<const DrivenColumn> SequenceNetwork::outageColumns() const {
+    return update_ ? std::span<const DrivenColumn>(update_->columns) : std::span<const DrivenColumn>{};
 }
 
 ComplexVector SequenceNetwork::solve(const BusWeights& injection) const {
-    ComplexVector voltages = factors_ ? factors_->solve(injection) : base_->solve(injection);
-    if (update_) correct(voltages);
-    return voltages;
-}
-
-std::shared_ptr<const ComplexVector> SequenceNetwork::column(int bus) const {
-    const std::lock_guard lock(mutex_);
-    auto& kept = columns_[bus];
-    if (!kept) {
-        ComplexVector voltages = base_ ? *base_->column(bus) : factors_->solve(BusWeights{{bus, 1.0}});
-        if (update_) correct(voltages);
-        kept = std::make_shared<const ComplexVector>(std::move(voltages));
+    if (!update_) return factors().solve(injection);
+    ComplexVector seenByOutages;
+    for (const DrivenColumn& column : update_->columns) {
+        Complex sum;
+        for (const auto& [bus, weight] : injection) sum += weight * factors().dot(*half(BusIndex{bus}), column);
+        seenByOutages.push_back(sum);
     }
-    const auto result = kept;
-    if (columns_.size() * result->size() > kKeptValues) columns_.clear();
-    return result;
+    const ComplexVector outages = times(update_->inverse, seenByOutages);
+    BusWeights all = injection;
+    for (std::size_t c = 0; c < outages.size(); ++c) {
+        for (const auto& [bus, weight] : update_->halves[c].weights) all.emplace_back(bus, weight * outages[c]);
+    }
+    return factors().solve(all);
 }
 
 }  // namespace engines

@@ -100,7 +100,10 @@ class Selection {
         if (std::ranges::find(refusals_, why) == refusals_.end()) refusals_.push_back(why);
     }
     [[nodiscard]] bool isBetter(double value) const {
-        return (mode_.selects() == 1 && value > best_) || (mode_.selects() == 2 && value < best_);
+        // The last digits are rounding: candidates that differ by no more are equal, and the first of them stands.
+        constexpr double kRounding = 1e-11;
+        const double margin = kRounding * std::abs(best_);
+        return (mode_.selects() == 1 && value > best_ + margin) || (mode_.selects() == 2 && value < best_ - margin);
     }
 
     const Mode& mode_;

@@ -279,48 +279,6 @@ TEST(FaultQuantity, CurrentsAndVoltagesComeInKiloUnitsOfTheirOwnEnd) {
     EXPECT_NEAR(of(18, 1, ag), 3 * .1 / .6 * 220 / std::numbers::sqrt3, 1e-12);
 }
 
-TEST(Factors, SolveWhatTheyWereMadeOf) {
-    std::mt19937 dice(3);
-    const auto value = [&] { return Complex{dice() / 4294967296.0 - .5, dice() / 4294967296.0 - .5}; };
-    constexpr int n = 120;
-    for (const double diagonal : {6.0, 0.0}) {
-        std::vector<engines::SymmetricEntry> entries;
-        for (int i = 0; i < n; ++i) entries.push_back({i, i, diagonal * value() + diagonal});
-        for (int i = 1; i < n; ++i)
-            entries.push_back({i, static_cast<int>(dice() % static_cast<unsigned>(i)), value()});
-        for (int e = 0; e < n; ++e) entries.push_back({e, (e + 37) % n, value()});
-        std::vector<Complex> known(n), rhs(n);
-        for (Complex& x : known) x = value();
-        for (const auto& e : entries) {
-            rhs[static_cast<std::size_t>(e.row)] += e.value * known[static_cast<std::size_t>(e.column)];
-            if (e.row != e.column)
-                rhs[static_cast<std::size_t>(e.column)] += e.value * known[static_cast<std::size_t>(e.row)];
-        }
-        const engines::Factors factors(std::make_shared<engines::Ordering>(n, entries), entries);
-        EXPECT_EQ(factors.symmetric(), diagonal > 0);
-        const auto dense = factors.solve(rhs);
-        const auto sparse = factors.solve(engines::BusWeights{{5, rhs[5]}, {80, rhs[80]}});
-        std::vector<Complex> both(n);
-        both[5] = rhs[5], both[80] = rhs[80];
-        const auto same = factors.solve(both);
-        for (std::size_t i = 0; i < n; ++i) {
-            EXPECT_LT(std::abs(dense[i] - known[i]) + std::abs(sparse[i] - same[i]), 1e-9);
-        }
-    }
-}
-
-TEST(Factors, AMatrixWithAnEmptyDiagonalIsSolvedWithPivoting) {
-    using engines::SymmetricEntry;
-    const std::vector<SymmetricEntry> entries{{0, 1, j(2)}, {1, 1, 0}, {1, 2, {1, 1}}, {2, 2, {3, 0}}};
-    const engines::Factors factors(std::make_shared<engines::Ordering>(3, entries), entries);
-    const auto x = factors.solve({j(2), {3, 1}, {4, 1}});
-    EXPECT_FALSE(factors.symmetric());
-    EXPECT_LT(std::abs(x[1] - 1.0) + std::abs(x[2] - 1.0) + std::abs(x[0] - 1.0 / j(1)), 1e-12);
-    EXPECT_LT(std::abs(factors.solve(engines::BusWeights{{0, 1.0}})[1] - 1.0 / j(2)), 1e-12);
-    const std::vector<SymmetricEntry> singular{{0, 0, 1}, {0, 1, -1}, {1, 1, 1}};
-    EXPECT_THROW(engines::Factors(std::make_shared<engines::Ordering>(2, singular), singular), std::domain_error);
-}
-
 TEST(BuildNetwork, RefusesWhatHasNoImpedanceOrNoBus) {
     EXPECT_THROW(Grid(2).line(1, 1, 2, 0, j(1)).network(), exchange::FormatError);
     EXPECT_THROW(Grid(2).line(1, 1, 2, j(1), 0).network(), exchange::FormatError);
