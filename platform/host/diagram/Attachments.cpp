@@ -19,8 +19,8 @@ Attachments::Attachments(const host::NetworkModel& model, const NetworkIndex& in
     bays();
     switches();
     transformers();
-    hangings();
     lines();
+    hangings();
     serve();
 }
 
@@ -36,12 +36,23 @@ int Attachments::carrier(const std::string& node) const {
 
 QPointF Attachments::middle(int node) const {
     if (index_.bar(node) != node) return plan_.at[node];
-    return {(spans_[node].left + spans_[node].right) / 2, plan_.at[node].y()};
+    const double mid = (spans_[node].left + spans_[node].right) / 2;
+    return spans_[node].upright ? QPointF(plan_.at[node].x(), mid) : QPointF(mid, plan_.at[node].y());
+}
+
+double Attachments::along(int bar, const QPointF& point) const { return spans_[bar].upright ? point.y() : point.x(); }
+
+double Attachments::across(int bar, const QPointF& point) const { return spans_[bar].upright ? point.x() : point.y(); }
+
+Attachments::Side Attachments::sideOf(int bar, const QPointF& point) const {
+    return across(bar, point) < across(bar, plan_.at[bar]) ? Above : Below;
 }
 
 void Attachments::give(const Key& key, int node, double x, Side side) {
-    const QPointF point(x, plan_.at[node].y());
-    given_[key] = {point, point, {0, side == Above ? -1.0 : 1.0}, true};
+    const bool upright = spans_[node].upright;
+    const QPointF point = upright ? QPointF(plan_.at[node].x(), x) : QPointF(x, plan_.at[node].y());
+    const double sense = side == Above ? -1 : 1;
+    given_[key] = {point, point, upright ? QPointF(sense, 0) : QPointF(0, sense), true};
     used_[node][side].push_back(x);
     spans_[node].left = std::min(spans_[node].left, x - overhang);
     spans_[node].right = std::max(spans_[node].right, x + overhang);
@@ -49,17 +60,26 @@ void Attachments::give(const Key& key, int node, double x, Side side) {
 
 /// Away from the switches of the point; a point without switches lets go in any direction.
 QPointF Attachments::pointLeaves(int node) const {
-    double sum = 0;
-    for (int s : index_.switchesAt(node))
-        if (const int other = index_.beyond(s, node); other >= 0) sum += plan_.at[other].y() - plan_.at[node].y();
-    if (index_.switchesAt(node).empty() || std::abs(sum) < 1) return {0, 0};
-    return {0, sum > 0 ? -1.0 : 1.0};
+    QPointF sum;
+    for (int s : index_.switchesAt(node)) {
+        const int other = index_.beyond(s, node);
+        if (other < 0) continue;
+        QPointF way = plan_.at[other] - plan_.at[node];
+        // A bar is met at right angles.
+        if (index_.bar(other) == other) (spans_[other].upright ? way.ry() : way.rx()) = 0;
+        sum += way;
+    }
+    if (sum.manhattanLength() < 1) return {0, 0};
+    if (std::abs(sum.x()) > std::abs(sum.y())) return {sum.x() > 0 ? -1.0 : 1.0, 0};
+    return {0, sum.y() > 0 ? -1.0 : 1.0};
 }
 
 void Attachments::giveAtPoint(const Key& key, int node) {
     const int turn = atPoint_[node]++;
     const double aside = turn == 0 ? 0 : (turn % 2 ? 1 : -1) * pitch * ((turn + 1) / 2);
-    given_[key] = {plan_.at[node] + QPointF(aside, 0), plan_.at[node], pointLeaves(node), false};
+    const QPointF leaves = pointLeaves(node);
+    const QPointF beside = leaves.x() == 0 ? QPointF(aside, 0) : QPointF(0, aside);
+    given_[key] = {plan_.at[node] + beside, plan_.at[node], leaves, false};
 }
 
 void Attachments::bays() {
@@ -81,19 +101,19 @@ void Attachments::bays() {
 /// The switches from one point to the bars on one side of it stand side by side.
 void Attachments::bay(int point, const std::vector<int>& switches) {
     std::array<std::vector<int>, 2> sides;
-    for (int s : switches) {
-        const int i = carrier(model_.switches[s].i), j = carrier(model_.switches[s].j);
-        sides[plan_.at[i == point ? j : i].y() > plan_.at[point].y()].push_back(s);
-    }
-    for (const std::vector<int>& side : sides)
-        for (std::size_t k = 0; k < side.size(); ++k) {
-            const bool fromI = carrier(model_.switches[side[k]].i) == point;
-            const int bar = carrier(fromI ? model_.switches[side[k]].j : model_.switches[side[k]].i);
-            const double x = plan_.at[point].x() +
-                             (static_cast<double>(k) - (static_cast<double>(side.size()) - 1) / 2) * besideSwitch;
-            const bool above = plan_.at[point].y() < plan_.at[bar].y();
-            give({number(Kind::Switch), side[k], fromI ? 1 : 0}, bar, x, above ? Above : Below);
-            given_[{number(Kind::Switch), side[k], fromI ? 0 : 1}] = {plan_.at[point], plan_.at[point], {0, 0}, false};
+    const auto barOf = [&](int s) {
+        const int i = carrier(model_.switches[s].i);
+        return i == point ? carrier(model_.switches[s].j) : i;
+    };
+    for (int s : switches) sides[sideOf(barOf(s), plan_.at[point])].push_back(s);
+    for (int sideNo : {0, 1})
+        for (std::size_t k = 0; k < sides[sideNo].size(); ++k) {
+            const int s = sides[sideNo][k], bar = barOf(s);
+            const double turn = static_cast<double>(k) - (static_cast<double>(sides[sideNo].size()) - 1) / 2;
+            const int pointEnd = carrier(model_.switches[s].i) == point ? 0 : 1;
+            give({number(Kind::Switch), s, 1 - pointEnd}, bar, along(bar, plan_.at[point]) + turn * besideSwitch,
+                 static_cast<Side>(sideNo));
+            given_[{number(Kind::Switch), s, pointEnd}] = {plan_.at[point], plan_.at[point], {0, 0}, false};
         }
 }
 
@@ -119,30 +139,37 @@ double Attachments::freeNear(int bar, Side side, double x) const {
         }
 }
 
+void Attachments::giveNear(const Key& key, int bar, Side side, double wanted) {
+    give(key, bar, freeNear(bar, side, std::clamp(wanted, spans_[bar].left, spans_[bar].right)), side);
+}
+
 /// Two nodes joined by one symbol: above each other where both have room.
 void Attachments::pair(const Key& first, const Key& second, int a, int b) {
     const bool barA = index_.bar(a) == a, barB = index_.bar(b) == b;
-    const bool aAbove = middle(a).y() <= middle(b).y();
-    const Side sideA = aAbove ? Below : Above, sideB = aAbove ? Above : Below;
-    if (barA && barB) {
-        const double left = std::max(spans_[a].left, spans_[b].left),
-                     right = std::min(spans_[a].right, spans_[b].right);
-        double x = left <= right ? (left + right) / 2 : middle(a).x();
-        if (left <= right)
-            for (int k = 0; k < 200 && !(isFree(a, sideA, x) && isFree(b, sideB, x)); ++k)
-                x = (left + right) / 2 + (k % 2 ? -1 : 1) * pitch / 2 * (k / 2 + 1);
-        else
-            x = freeNear(a, sideA, std::clamp(middle(b).x(), spans_[a].left, spans_[a].right));
+    if (barA && barB && !spans_[a].upright && !spans_[b].upright) return pairAligned(first, second, a, b);
+    if (barA)
+        giveNear(first, a, sideOf(a, middle(b)), along(a, middle(b)));
+    else
+        giveAtPoint(first, a);
+    if (barB)
+        giveNear(second, b, sideOf(b, middle(a)), along(b, given_[first].point));
+    else
+        giveAtPoint(second, b);
+}
+
+void Attachments::pairAligned(const Key& first, const Key& second, int a, int b) {
+    const Side sideA = middle(a).y() <= middle(b).y() ? Below : Above, sideB = sideA == Below ? Above : Below;
+    const double left = std::max(spans_[a].left, spans_[b].left), right = std::min(spans_[a].right, spans_[b].right);
+    const double middleX = (left + right) / 2;
+    for (int k = 0; k < 200 && left <= right; ++k) {
+        const double x = middleX + (k % 2 ? -1 : 1) * pitch / 2 * ((k + 1) / 2);
+        if (x < left - 1 || x > right + 1 || !isFree(a, sideA, x) || !isFree(b, sideB, x)) continue;
         give(first, a, x, sideA);
-        give(second, b, left <= right ? x : freeNear(b, sideB, std::clamp(x, spans_[b].left, spans_[b].right)), sideB);
+        give(second, b, x, sideB);
         return;
     }
-    const auto end = [&](const Key& key, int node, bool bar, Side side, double wanted) {
-        if (!bar) return giveAtPoint(key, node);
-        give(key, node, freeNear(node, side, std::clamp(wanted, spans_[node].left, spans_[node].right)), side);
-    };
-    end(first, a, barA, sideA, middle(b).x());
-    end(second, b, barB, sideB, middle(a).x());
+    giveNear(first, a, sideA, middle(b).x());
+    giveNear(second, b, sideB, given_[first].point.x());
 }
 
 void Attachments::transformers() {
@@ -151,25 +178,24 @@ void Attachments::transformers() {
         const int k = static_cast<int>(t);
         if (i >= 0 && j >= 0) pair({number(Kind::Transformer2), k, 0}, {number(Kind::Transformer2), k, 1}, i, j);
     }
-    for (std::size_t t = 0; t < model_.transformers3.size(); ++t) {
-        int ends[3];
-        for (int w = 0; w < 3; ++w) ends[w] = carrier(model_.transformers3[t].winding[w].node);
-        if (ends[0] < 0 || ends[1] < 0 || ends[2] < 0) continue;
-        const double below = (middle(ends[1]).y() + middle(ends[2]).y()) / 2;
-        const bool down = below >= middle(ends[0]).y();
-        for (int w = 0; w < 3; ++w) {
-            const Key key{number(Kind::Transformer3), static_cast<int>(t), w};
-            if (index_.bar(ends[w]) != ends[w]) {
-                giveAtPoint(key, ends[w]);
-                continue;
-            }
-            const Side side = (w == 0) == down ? Below : Above;
-            const double wanted = w == 0 ? (middle(ends[1]).x() + middle(ends[2]).x()) / 2
-                                         : given_[{number(Kind::Transformer3), static_cast<int>(t), 0}].point.x() +
-                                               (w == 1 ? -1 : 1) * pitch / 4;
-            give(key, ends[w], freeNear(ends[w], side, std::clamp(wanted, spans_[ends[w]].left, spans_[ends[w]].right)),
-                 side);
+    for (std::size_t t = 0; t < model_.transformers3.size(); ++t) transformer3(static_cast<int>(t));
+}
+
+void Attachments::transformer3(int t) {
+    int ends[3];
+    for (int w = 0; w < 3; ++w) ends[w] = carrier(model_.transformers3[t].winding[w].node);
+    if (ends[0] < 0 || ends[1] < 0 || ends[2] < 0) return;
+    const QPointF others = (middle(ends[1]) + middle(ends[2])) / 2;
+    for (int w = 0; w < 3; ++w) {
+        const Key key{number(Kind::Transformer3), t, w};
+        const int end = ends[w];
+        if (index_.bar(end) != end) {
+            giveAtPoint(key, end);
+            continue;
         }
+        const QPointF first = w == 0 ? others : given_[{number(Kind::Transformer3), t, 0}].point;
+        const double aside = w == 0 ? 0 : (w == 1 ? -1 : 1) * pitch / 4;
+        giveNear(key, end, sideOf(end, first), along(end, first) + aside);
     }
 }
 
@@ -187,12 +213,16 @@ void Attachments::hanging(Kind kind, int index, const std::string& node) {
     if (n < 0) return;
     const Key key{number(kind), index, 0};
     if (index_.bar(n) != n) return giveAtPoint(key, n);
-    const auto& waiting = requests_[n];
+    auto& waiting = requests_[n];
     const std::size_t above = used_[n][Above].size() + waiting[Above].size(),
                       below = used_[n][Below].size() + waiting[Below].size();
     const Side side = above < below ? Above : Below;
-    // A place that is farther out than any line's, so that lines keep the middle.
-    requests_[n][side].push_back({key, n, middle(n) + QPointF(1e6 + index, 0), 0});
+    // At the end of the bar that the lines of this side turn away from.
+    double lean = 0;
+    for (const Request& r : waiting[side])
+        if (r.key[0] == number(Kind::Line)) lean += r.along - along(n, middle(n));
+    constexpr double farther = 1e6;
+    waiting[side].push_back({key, lean > 0 ? -farther + index : farther + index, 0});
 }
 
 void Attachments::lines() {
@@ -211,28 +241,31 @@ void Attachments::lineEnd(int line, int end, int node, const QPointF& other) {
         if (index_.switchesAt(node).empty()) given_[key].point = given_[key].from;
         return;
     }
-    const double rise = middle(node).y() - other.y();
-    requests_[node][rise >= 0 ? Above : Below].push_back({key, node, other, rise});
+    const double rise = across(node, middle(node)) - across(node, other);
+    requests_[node][rise >= 0 ? Above : Below].push_back({key, along(node, other), rise});
 }
 
 void Attachments::serve() {
     for (auto& [bar, sides] : requests_) {
-        if (spans_[bar].fixed) {
-            const double width = spans_[bar].right - spans_[bar].left;
-            const std::size_t room = std::max<std::size_t>(1, static_cast<std::size_t>(width / pitch));
-            for (Side side : {Above, Below}) {
-                auto& crowded = sides[side];
-                auto& other = sides[1 - side];
-                std::sort(crowded.begin(), crowded.end(),
-                          [](const Request& a, const Request& b) { return std::abs(a.rise) > std::abs(b.rise); });
-                while (!crowded.empty() && crowded.size() + used_[bar][side].size() > room &&
-                       other.size() + used_[bar][1 - side].size() < room) {
-                    other.push_back(crowded.back());
-                    crowded.pop_back();
-                }
-            }
-        }
+        if (spans_[bar].fixed) balance(bar, sides);
         for (Side side : {Above, Below}) serveSide(bar, side, sides[side]);
+    }
+}
+
+/// What does not fit on its side of a bar of fixed length goes to the other one.
+void Attachments::balance(int bar, std::array<std::vector<Request>, 2>& sides) {
+    const double width = spans_[bar].right - spans_[bar].left;
+    const std::size_t room = std::max<std::size_t>(1, static_cast<std::size_t>(width / pitch));
+    for (Side side : {Above, Below}) {
+        auto& crowded = sides[side];
+        auto& other = sides[1 - side];
+        std::sort(crowded.begin(), crowded.end(),
+                  [](const Request& a, const Request& b) { return std::abs(a.rise) > std::abs(b.rise); });
+        while (!crowded.empty() && crowded.size() + used_[bar][side].size() > room &&
+               other.size() + used_[bar][1 - side].size() < room) {
+            other.push_back(crowded.back());
+            crowded.pop_back();
+        }
     }
 }
 
@@ -240,9 +273,9 @@ void Attachments::serve() {
 void Attachments::serveSide(int bar, Side side, std::vector<Request>& requests) {
     if (requests.empty()) return;
     std::stable_sort(requests.begin(), requests.end(), [](const Request& a, const Request& b) {
-        return a.other.x() != b.other.x() ? a.other.x() < b.other.x() : a.key < b.key;
+        return a.along != b.along ? a.along < b.along : a.key < b.key;
     });
-    const double centre = middle(bar).x();
+    const double centre = along(bar, middle(bar));
     const bool even = requests.size() % 2 == 0 && used_[bar][side].empty();
     std::vector<double> free;
     for (int k = 0; free.size() < requests.size(); ++k) {

@@ -26,17 +26,23 @@ class Attachments {
     [[nodiscard]] const BarSpan& span(int bar) const { return spans_[bar]; }
 
   private:
-    enum Side { Above, Below };
+    enum Side { Above, Below };      ///< of an upright bar left and right
     using Key = std::array<int, 3>;  ///< kind, position, end
     struct Request {
         Key key;
-        int bar = 0;
-        QPointF other;
-        double rise = 0;  ///< how far the other end lies above
+        double along = 0;  ///< where the other end lies in the bar's direction
+        double rise = 0;   ///< how far it lies above, or to the left of an upright bar
     };
 
     [[nodiscard]] int carrier(const std::string& node) const;
     [[nodiscard]] QPointF middle(int node) const;
+    [[nodiscard]] double along(int bar, const QPointF& point) const;
+    [[nodiscard]] double across(int bar, const QPointF& point) const;
+    [[nodiscard]] Side sideOf(int bar, const QPointF& point) const;
+    void giveNear(const Key& key, int bar, Side side, double along);
+    void pairAligned(const Key& first, const Key& second, int a, int b);
+    void transformer3(int number);
+    void balance(int bar, std::array<std::vector<Request>, 2>& sides);
     void give(const Key& key, int node, double x, Side side);
     void giveAtPoint(const Key& key, int node);
     [[nodiscard]] QPointF pointLeaves(int node) const;

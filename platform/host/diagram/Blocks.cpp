@@ -6,7 +6,7 @@
 #include <map>
 #include <numeric>
 
-#include "platform/host/diagram/Yard.h"
+#include "platform/host/diagram/YardTree.h"
 
 namespace diagram {
 
@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::size_t largestBlock = 24;  ///< nodes that transformers gather; a station may have more
 constexpr double margin = 24;
-constexpr double besideYard = 40;
 
 /// Sets of nodes that grow together.
 class Sets {
@@ -67,9 +66,18 @@ class Arranger {
             if (special) ++(*special)[n];
         };
         for (const auto& l : model_.lines) count(l.i, &load_.lines), count(l.j, &load_.lines);
-        for (const auto& t : model_.transformers2) count(t.i.node, &load_.windings), count(t.j.node, &load_.windings);
-        for (const auto& t : model_.transformers3)
-            for (const auto& w : t.winding) count(w.node, &load_.windings);
+        load_.transformers.resize(model_.nodes.size());
+        const auto note = [&](const std::string& name, int transformer) {
+            count(name, &load_.windings);
+            int n = index_.node(name);
+            if (n < 0) return;
+            load_.transformers[index_.bar(n) >= 0 ? index_.bar(n) : n].push_back(transformer);
+        };
+        for (std::size_t t = 0; t < model_.transformers2.size(); ++t)
+            for (const auto* w : {&model_.transformers2[t].i, &model_.transformers2[t].j})
+                note(w->node, static_cast<int>(t));
+        for (std::size_t t = 0; t < model_.transformers3.size(); ++t)
+            for (const auto& w : model_.transformers3[t].winding) note(w.node, -1 - static_cast<int>(t));
         for (const auto& g : model_.generators) count(g.node, nullptr);
         for (const auto& s : model_.shunts) count(s.node, nullptr);
         for (const auto& l : model_.loads) count(l.node, nullptr);
@@ -122,38 +130,11 @@ class Arranger {
     }
 
     void arrange(Block& block) {
-        std::vector<Yard> yards = yardsOf(model_, index_, block.nodes);
-        double y = 0;
-        for (std::size_t first = 0; first < yards.size();) {
-            std::size_t last = first;
-            while (last < yards.size() && yards[last].kv == yards[first].kv) ++last;
-            y = arrangeRow(yards, first, last, y, block);
-            first = last;
-        }
-        block.height = y;
-        for (int n : block.nodes) out_.plan.at[n] -= QPointF(0, block.height / 2);
-        block.width += 2 * margin, block.height += 2 * margin;
-    }
-
-    /// \return the lower edge of the row
-    double arrangeRow(std::vector<Yard>& yards, std::size_t first, std::size_t last, double top, Block& block) {
-        double width = -besideYard, above = 0, below = 0;
-        for (std::size_t k = first; k < last; ++k) {
-            arrangeYard(index_, load_, first == 0, yards[k], out_.plan);
-            width += yards[k].width + besideYard;
-            above = std::max(above, yards[k].above), below = std::max(below, yards[k].below);
-        }
-        double x = -width / 2;
-        for (std::size_t k = first; k < last; ++k) {
-            const QPointF middle(x + yards[k].width / 2, top + above);
-            for (int n : yards[k].nodes) {
-                out_.plan.at[n] += middle;
-                out_.plan.spans[n].left += middle.x(), out_.plan.spans[n].right += middle.x();
-            }
-            x += yards[k].width + besideYard;
-        }
-        block.width = std::max(block.width, width);
-        return top + above + below;
+        YardTree tree(model_, index_, load_, block.nodes, out_.plan);
+        const QSizeF size = tree.arrange();
+        for (int n : block.nodes) out_.plan.at[n] -= QPointF(0, size.height() / 2);
+        block.width = size.width() + 2 * margin, block.height = size.height() + 2 * margin;
+        block.oneVoltage = tree.depth() == 1;
     }
 
     void collectEdges() {
@@ -273,13 +254,26 @@ std::vector<QPointF> rowsOf(const Blocks& blocks) {
     return places;
 }
 
-Plan placeBlocks(const Blocks& blocks, const std::vector<QPointF>& middles) {
+Plan placeBlocks(const host::NetworkModel& model, const NetworkIndex& index, const Blocks& blocks,
+                 const std::vector<QPointF>& middles) {
     Plan plan = blocks.plan;
+    std::vector<double> lead(middles.size());
+    std::vector<int> blockOf(plan.at.size(), -1);
+    for (std::size_t b = 0; b < blocks.blocks.size(); ++b)
+        for (int n : blocks.blocks[b].nodes) blockOf[n] = static_cast<int>(b);
+    for (const host::Line& l : model.lines) {
+        const int i = index.node(l.i), j = index.node(l.j);
+        if (i < 0 || j < 0) continue;
+        const double down = middles[blockOf[j]].y() - middles[blockOf[i]].y();
+        lead[blockOf[i]] += down > 0 ? 1 : -1, lead[blockOf[j]] -= down > 0 ? 1 : -1;
+    }
     for (std::size_t b = 0; b < blocks.blocks.size(); ++b)
         for (int n : blocks.blocks[b].nodes) {
+            if (blocks.blocks[b].oneVoltage && lead[b] > 0) plan.at[n].ry() *= -1;
             plan.at[n] += middles[b];
             plan.spans[n].left += middles[b].x(), plan.spans[n].right += middles[b].x();
         }
+    orderBays(model, index, plan);
     return plan;
 }
 

@@ -13,6 +13,7 @@ struct Block {
     double width = 0, height = 0;
     QPointF seed;  ///< from the station's coordinates
     bool hasSeed = false;
+    bool oneVoltage = false;  ///< may stand upside down
 };
 
 struct Edge {
@@ -35,7 +36,8 @@ std::optional<std::vector<QPointF>> layoutPlaces(const QByteArray& output, std::
 /// Rows in the given order: when the layout program gives nothing.
 std::vector<QPointF> rowsOf(const Blocks& blocks);
 
-/// The plan with every block in its place.
-Plan placeBlocks(const Blocks& blocks, const std::vector<QPointF>& middles);
+/// The plan with every block in its place; stations whose lines lead downwards stand upside down.
+Plan placeBlocks(const host::NetworkModel& model, const NetworkIndex& index, const Blocks& blocks,
+                 const std::vector<QPointF>& middles);
 
 }  // namespace diagram

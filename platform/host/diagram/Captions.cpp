@@ -55,6 +55,13 @@ class Captions {
     static std::vector<QPointF> besideBar(const Figure& f, const QSizeF& s) {
         const QPointF left = f.legs[0].path.first(), right = f.legs[0].path.last();
         const double up = -s.height() - 2;
+        if (left.x() == right.x())
+            return {{left.x() - s.width() / 2, left.y() + up},
+                    {left.x() - s.width() / 2, right.y() + 3},
+                    {left.x() + 5, left.y() + up},
+                    {left.x() - s.width() - 5, left.y() + up},
+                    {left.x() + 5, right.y() + 3},
+                    {left.x() - s.width() - 5, right.y() + 3}};
         return {{left.x() - s.width() - 5, left.y() - s.height() / 2},
                 {right.x() + 5, right.y() - s.height() / 2},
                 {left.x(), left.y() + up},

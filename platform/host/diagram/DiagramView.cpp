@@ -32,7 +32,7 @@ DiagramView::DiagramView(QWidget* parent) : QGraphicsView(parent), impl_(std::ma
     impl_->recolour();
     connect(&impl_->layout, &DiagramLayout::finished, this,
             [this](const std::vector<QPointF>& middles, const QString& sentence) {
-                impl_->draw(diagram::placeBlocks(impl_->blocks, middles), sentence);
+                impl_->draw(diagram::placeBlocks(impl_->model, *impl_->index, impl_->blocks, middles), sentence);
             });
     connect(&impl_->flash, &QTimer::timeout, this, [this] {
         if (--impl_->flashes <= 0) impl_->flash.stop();
@@ -66,7 +66,7 @@ void DiagramView::Impl::begin(const host::NetworkModel& network) {
     if (model.nodes.empty()) return draw({}, tr("网络没有节点，单线图是空的。"));
     if (diagram::hasNodePlaces(model)) return draw(diagram::planByPlaces(model, *index), {});
     blocks = diagram::arrangeBlocks(model, *index);
-    if (const auto places = layout.kept(blocks)) return draw(diagram::placeBlocks(blocks, *places), {});
+    if (const auto places = layout.kept(blocks)) return draw(diagram::placeBlocks(model, *index, blocks, *places), {});
     layout.start(blocks);
     changed();
 }
@@ -87,7 +87,7 @@ void DiagramView::Impl::draw(const diagram::Plan& plan, const QString& notice) {
 void DiagramView::Impl::recolour() {
     palette = diagram::paletteFor(view.palette());
     std::set<double> levels;
-    for (const host::Node& node : model.nodes) levels.insert(diagram::usualLevel(node.baseKv));
+    for (const host::Node& node : model.nodes) levels.insert(node.baseKv);
     legend->show(levels, palette);
     placeLegend();
     changed();

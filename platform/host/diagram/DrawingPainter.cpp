@@ -32,7 +32,8 @@ class DrawingPainter {
         if (fine_) frames(area);
         connections(visible);
         if (fine_) symbols(visible);
-        fine_ ? captions(area) : overviewNames(area);
+        const bool small = !exact_ && captionFont(false).pixelSize() * detail_.scale < smallestText;
+        small ? overviewNames(area) : captions(area);
     }
 
   private:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <map>
 #include <set>
 
 #include "platform/host/diagram/Palette.h"
@@ -11,13 +12,14 @@ namespace diagram {
 class Legend : public QWidget {
   public:
     explicit Legend(QWidget* parent) : QWidget(parent) { setAttribute(Qt::WA_TransparentForMouseEvents); }
-    void show(const std::set<double>& levels, const Palette& palette);
+    /// \param baseKv  the base voltages of the network; those of one colour share a row
+    void show(const std::set<double>& baseKv, const Palette& palette);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    std::set<double> levels_;
+    std::map<double, QString> levels_;  ///< text by usual level
     Palette palette_;
 };
 

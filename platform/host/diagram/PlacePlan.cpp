@@ -107,6 +107,15 @@ class Gaps {
     std::unordered_map<int, int> given_;
 };
 
+/// A bar whose bays stand above each other is upright.
+bool isUpright(const NetworkIndex& index, const Plan& plan, int bar) {
+    QPolygonF bays;
+    for (int s : index.switchesAt(bar))
+        if (const int other = index.beyond(s, bar); other >= 0 && index.bar(other) < 0) bays << plan.at[other];
+    const QRectF box = bays.boundingRect();
+    return bays.size() > 1 && box.height() > 1.5 * box.width();
+}
+
 void nameStations(const host::NetworkModel& model, Plan& plan) {
     std::unordered_map<std::string_view, int> byName;
     for (std::size_t n = 0; n < model.nodes.size(); ++n) {
@@ -137,7 +146,11 @@ Plan planByPlaces(const host::NetworkModel& model, const NetworkIndex& index) {
     for (std::size_t n = 0; n < count; ++n)
         if (placed(model.nodes[n])) plan.at[n] = QPointF(model.nodes[n].x, model.nodes[n].y) * scale;
     Gaps(model, index, plan).fill();
-    for (std::size_t n = 0; n < count; ++n) plan.spans[n] = {plan.at[n].x() - 15, plan.at[n].x() + 15, false};
+    for (std::size_t n = 0; n < count; ++n) {
+        const bool upright = isUpright(index, plan, static_cast<int>(n));
+        const double middle = upright ? plan.at[n].y() : plan.at[n].x();
+        plan.spans[n] = {middle - 15, middle + 15, false, upright};
+    }
     nameStations(model, plan);
     return plan;
 }

@@ -14,6 +14,7 @@ constexpr double stub = 14;
 constexpr double hang = 34;        ///< from a bar to the symbol of a source, load or shunt
 constexpr double symbolHalf = 15;  ///< of a transformer, along its axis
 constexpr double disconnectorFrom = 16;
+constexpr double aside = 18;  ///< of a lead that passes its own bay
 
 /// Draws the elements between their attachments.
 class Wiring {
@@ -66,7 +67,7 @@ class Wiring {
         Figure f(Kind::Switch, k, s.breaker ? Glyph::Breaker : Glyph::Disconnector);
         f.open = !s.closed;
         const bool fromI = j->onBar && !i->onBar, fromJ = i->onBar && !j->onBar;
-        QPolygonF path = fromJ ? elbow(j->point, i->point) : elbow(i->point, j->point);
+        QPolygonF path = fromJ ? elbow(j->point, *i) : elbow(i->point, *j);
         const QLineF straight(path[path.size() - 2], path.last());
         const double along = fromI || fromJ ? std::min(disconnectorFrom, straight.length() / 2) : straight.length() / 2;
         f.centre = straight.length() > 0 ? straight.pointAt(along / straight.length()) : path.last();
@@ -76,10 +77,11 @@ class Wiring {
         out_.figures.push_back(std::move(f));
     }
 
-    /// From a point sideways, then straight to the end.
-    static QPolygonF elbow(const QPointF& from, const QPointF& to) {
+    /// From a point aside, then straight onto the end.
+    static QPolygonF elbow(const QPointF& from, const Attachment& end) {
+        const QPointF to = end.point;
         if (std::abs(from.x() - to.x()) < 0.5 || std::abs(from.y() - to.y()) < 0.5) return {from, to};
-        return {from, {to.x(), from.y()}, to};
+        return {from, end.leaves.x() == 0 ? QPointF(to.x(), from.y()) : QPointF(from.x(), to.y()), to};
     }
 
     /// Down from one end, aside just before the other.
@@ -140,12 +142,17 @@ class Wiring {
         Figure f(Kind::Transformer3, k, Glyph::Transformer3);
         f.off = !t.inService;
         const double others = (ends[1]->point.y() + ends[2]->point.y()) / 2;
-        const double sense = ends[0]->leaves.y() != 0 ? ends[0]->leaves.y() : others < ends[0]->point.y() ? -1 : 1;
+        const double sense = others < ends[0]->point.y() ? -1 : 1;
+        // Where the bay itself is in the way, past it and on to the other side of the bars.
+        const bool past = ends[0]->leaves.y() * sense <= 0 && !ends[0]->onBar;
         const double nearest = std::min(std::abs(ends[1]->point.y() - ends[0]->point.y()),
                                         std::abs(ends[2]->point.y() - ends[0]->point.y()));
-        f.centre = ends[0]->point + QPointF(0, sense * std::clamp(nearest / 2 - 4, 30.0, 50.0));
+        const double drop = past ? std::max(nearest - 50, 30.0) : std::clamp(nearest / 2 - 4, 30.0, 50.0);
+        f.centre = ends[0]->point + QPointF(past ? aside : 0, sense * drop);
         f.angle = sense > 0 ? 0 : 180;
-        f.legs.push_back({{ends[0]->point, f.centre - QPointF(0, sense * 14)}, kv(t.winding[0].node)});
+        QPolygonF first{ends[0]->point};
+        if (past) first << ends[0]->point + QPointF(aside, 0);
+        f.legs.push_back({first << f.centre - QPointF(0, sense * 14), kv(t.winding[0].node)});
         const bool swapped = (ends[1]->point.x() - ends[2]->point.x()) * sense > 0;
         for (int w = 1; w < 3; ++w) {
             const double side = ((w == 1) != swapped ? -1 : 1) * sense;
@@ -171,7 +178,7 @@ class Wiring {
         f.off = off;
         const QPointF way = end->leaves.isNull() ? QPointF(0, 1) : end->leaves;
         f.centre = end->point + way * hang;
-        f.angle = way.y() < 0 ? 180 : 0;
+        f.angle = way.x() != 0 ? -90 * way.x() : way.y() < 0 ? 180 : 0;
         f.legs = {{{end->point, f.centre}, kv(node)}};
         if (end->from != end->point) f.legs[0].path.prepend(end->from);
         out_.figures.push_back(std::move(f));
@@ -194,8 +201,10 @@ class Wiring {
             if (index_.bar(node) == node) {
                 const BarSpan& span = attachments_.span(node);
                 Figure f(Kind::Bar, node);
-                const double y = plan.at[n].y();
-                f.legs = {{{{span.left, y}, {span.right, y}}, model_.nodes[n].baseKv}};
+                const QPointF at = plan.at[n];
+                const QPolygonF bar = span.upright ? QPolygonF{{at.x(), span.left}, {at.x(), span.right}}
+                                                   : QPolygonF{{span.left, at.y()}, {span.right, at.y()}};
+                f.legs = {{bar, model_.nodes[n].baseKv}};
                 f.centre = f.legs[0].path.boundingRect().center();
                 out_.figures.push_back(std::move(f));
             } else if (index_.bar(node) < 0) {

@@ -104,8 +104,9 @@ class Arrangement {
         int columns = 0, most = 0;
         for (const Bay& bay : bays_)
             if (bay.rises == rising) columns += bay.columns;
-        for (int b : bars_) most = std::max(most, load_.direct[b]);
-        return columns + (most + 1) / 2 + (most > 2 ? 1 : 0);
+        // Transformers all stand on one side, the rest shares both.
+        for (int b : bars_) most = std::max({most, load_.windings[b], (load_.direct[b] + 1) / 2});
+        return columns + most + (most > 1 ? 1 : 0);
     }
 
     void placeBays(bool rising) {
@@ -113,11 +114,14 @@ class Arrangement {
         for (const Bay& bay : bays_)
             if (bay.rises == rising) columns += bay.columns;
         double x = -columns * pitch / 2;
+        BayRow row;
         for (const Bay& bay : bays_) {
             if (bay.rises != rising) continue;
             place(bay, x, rising);
             x += bay.columns * pitch;
+            if (bay.columns == 1) row.push_back(bay.nodes);
         }
+        if (row.size() > 1) plan_.bayRows.push_back(row);
     }
 
     void place(const Bay& bay, double left, bool rising) {
@@ -144,6 +148,13 @@ class Arrangement {
 };
 
 }  // namespace
+
+std::vector<int> Load::transformersAt(const std::vector<Yard>& yards) const {
+    std::set<int> found;
+    for (const Yard& yard : yards)
+        for (int n : yard.nodes) found.insert(transformers[n].begin(), transformers[n].end());
+    return {found.rbegin(), found.rend()};
+}
 
 std::vector<Yard> yardsOf(const host::NetworkModel& model, const NetworkIndex& index, const std::vector<int>& nodes) {
     std::vector<Yard> yards;

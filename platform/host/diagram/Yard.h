@@ -16,6 +16,11 @@ struct Load {
     std::vector<int> direct;    ///< lines, transformers, sources, shunts, loads
     std::vector<int> lines;     ///< lines alone
     std::vector<int> windings;  ///< transformers alone
+    /// Of each node: two-winding transformers by position, three-winding ones as -1 - position.
+    std::vector<std::vector<int>> transformers;
+
+    /// Each transformer at the nodes of these yards once.
+    [[nodiscard]] std::vector<int> transformersAt(const std::vector<Yard>& yards) const;
 };
 
 /// Splits the nodes of a block into yards, highest voltage first.
