@@ -9,35 +9,28 @@
 
 #include "programs/frame/Messages.h"
 #include "programs/frame/UserStore.h"
+#include "programs/frame/ui/DialogParts.h"
 
 int WinDlgLogIn::iLogIn_User_PurView = -1;
 
 WinDlgLogIn::WinDlgLogIn(QWidget* parent, const char* name, bool modal, Qt::WindowFlags flags)
     : QDialog(parent, flags),
-      textLabel_PassWord(new QLabel(this)),
-      lineEdit_PassWord(new QLineEdit(this)),
-      pushButton_Ensure(new QPushButton(this)),
-      pushButton_Cancel(new QPushButton(this)) {
+      textLabel_PassWord(named<QLabel>("textLabel_PassWord", this)),
+      lineEdit_PassWord(named<QLineEdit>("lineEdit_PassWord", this)),
+      pushButton_Ensure(named<QPushButton>("pushButton_Ensure", this)),
+      pushButton_Cancel(named<QPushButton>("pushButton_Cancel", this)) {
     setObjectName(name ? name : "WinDlgLogIn");
     setModal(modal);
-    textLabel_PassWord->setObjectName("textLabel_PassWord");
-    lineEdit_PassWord->setObjectName("lineEdit_PassWord");
-    pushButton_Ensure->setObjectName("pushButton_Ensure");
-    pushButton_Cancel->setObjectName("pushButton_Cancel");
     textLabel_PassWord->setBuddy(lineEdit_PassWord);
     lineEdit_PassWord->setEchoMode(QLineEdit::Password);
     lineEdit_PassWord->setMinimumWidth(180);
-    pushButton_Ensure->setDefault(true);
 
     auto* form = new QFormLayout;
     form->addRow(textLabel_PassWord, lineEdit_PassWord);
-    auto* buttons = new QDialogButtonBox(this);
-    buttons->addButton(pushButton_Ensure, QDialogButtonBox::AcceptRole);
-    buttons->addButton(pushButton_Cancel, QDialogButtonBox::RejectRole);
     auto* rows = new QVBoxLayout(this);
     rows->addLayout(form);
     rows->addStretch();
-    rows->addWidget(buttons);
+    rows->addWidget(buttonRow(pushButton_Ensure, pushButton_Cancel));
     languageChange();
 
     connect(pushButton_Ensure, &QPushButton::clicked, this, &WinDlgLogIn::PushButton_Ok_Clicked);

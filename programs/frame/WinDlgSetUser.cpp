@@ -9,17 +9,7 @@
 
 #include "programs/frame/Messages.h"
 #include "programs/frame/UserStore.h"
-
-namespace {
-
-template <class Widget>
-Widget* named(const char* name, QWidget* parent) {
-    auto* widget = new Widget(parent);
-    widget->setObjectName(name);
-    return widget;
-}
-
-}  // namespace
+#include "programs/frame/ui/DialogParts.h"
 
 WinDlgSetUser::WinDlgSetUser(QWidget* parent)
     : QDialog(parent),
@@ -34,7 +24,6 @@ WinDlgSetUser::WinDlgSetUser(QWidget* parent)
     setObjectName("WinDlgSetUser");
     lineEdit_NewPassWord->setEchoMode(QLineEdit::Password);
     lineEdit_EnsurePassWord->setEchoMode(QLineEdit::Password);
-    pushButton_Ensure->setDefault(true);
     layOut();
     languageChange();
     connect(pushButton_Ensure, &QPushButton::clicked, this, &WinDlgSetUser::PushButton_Ensure_Clicked);
@@ -47,13 +36,10 @@ void WinDlgSetUser::layOut() {
     form->addRow(textLabel_NewPassWord, lineEdit_NewPassWord);
     form->addRow(textLabel_EnsurePassWord, lineEdit_EnsurePassWord);
     lineEdit_OldPassWord->setMinimumWidth(180);
-    auto* buttons = new QDialogButtonBox(this);
-    buttons->addButton(pushButton_Ensure, QDialogButtonBox::AcceptRole);
-    buttons->addButton(pushButton_Cancel, QDialogButtonBox::RejectRole);
     auto* rows = new QVBoxLayout(this);
     rows->addLayout(form);
     rows->addStretch();
-    rows->addWidget(buttons);
+    rows->addWidget(buttonRow(pushButton_Ensure, pushButton_Cancel));
 }
 
 void WinDlgSetUser::languageChange() {

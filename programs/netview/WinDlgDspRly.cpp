@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "programs/frame/ui/DialogParts.h"
 #include "programs/netview/SettingNames.h"
 
 int WinDlgDspRly::iSelRTypeNo = -1;
@@ -18,18 +19,13 @@ constexpr int kAll = -1;
 
 WinDlgDspRly::WinDlgDspRly(QWidget* parent)
     : QDialog(parent),
-      listBox_RlyType(new QListWidget(this)),
-      lineEdit_RlyType(new QLineEdit(this)),
-      pushButton_Ensure(new QPushButton(this)),
-      pushButton_Cancel(new QPushButton(this)) {
+      listBox_RlyType(named<QListWidget>("listBox_RlyType", this)),
+      lineEdit_RlyType(named<QLineEdit>("lineEdit_RlyType", this)),
+      pushButton_Ensure(named<QPushButton>("pushButton_Ensure", this)),
+      pushButton_Cancel(named<QPushButton>("pushButton_Cancel", this)) {
     setObjectName("WinDlgDspRly");
-    listBox_RlyType->setObjectName("listBox_RlyType");
-    lineEdit_RlyType->setObjectName("lineEdit_RlyType");
-    pushButton_Ensure->setObjectName("pushButton_Ensure");
-    pushButton_Cancel->setObjectName("pushButton_Cancel");
     lineEdit_RlyType->setReadOnly(true);
     lineEdit_RlyType->setFocusPolicy(Qt::NoFocus);
-    pushButton_Ensure->setDefault(true);
     layOut();
     languageChange();
     connect(listBox_RlyType, &QListWidget::currentRowChanged, this, &WinDlgDspRly::ListBox_selected);
@@ -40,13 +36,10 @@ WinDlgDspRly::WinDlgDspRly(QWidget* parent)
 }
 
 void WinDlgDspRly::layOut() {
-    auto* buttons = new QDialogButtonBox(this);
-    buttons->addButton(pushButton_Ensure, QDialogButtonBox::AcceptRole);
-    buttons->addButton(pushButton_Cancel, QDialogButtonBox::RejectRole);
     auto* rows = new QVBoxLayout(this);
     rows->addWidget(lineEdit_RlyType);
     rows->addWidget(listBox_RlyType);
-    rows->addWidget(buttons);
+    rows->addWidget(buttonRow(pushButton_Ensure, pushButton_Cancel));
     setMinimumSize(240, 240);
     resize(290, 370);
 }

@@ -15,7 +15,9 @@
 #include "programs/frame/WinDlgSetUser.h"
 #include "programs/netview/DiagramLabels.h"
 #include "programs/netview/VirtualRelays.h"
+#include "programs/netview/WinDlgDefineDspDz.h"
 #include "programs/netview/WinDlgDspRly.h"
+#include "programs/netview/WinDlgSetDsp.h"
 #include "programs/netview/ui/CMorvaneHandleGraph.h"
 #include "programs/workflow/NetworkSource.h"
 
@@ -61,7 +63,10 @@ struct CMorvaneObject::MenuRow {
 // The actions that the module can run.
 const CMorvaneObject::MenuRow* CMorvaneObject::rowOf(const QString& name) {
     static const MenuRow rows[] = {
+        {"RlyDspSetAction", [](auto& module, bool&) { return module.redrawAfter(WinDlgSetDsp()); }},
         {"RlyEditSelectRTypeAction", [](auto& module, bool& handled) { return module.run(WinDlgDspRly(), handled); }},
+        {"RlyEditSetDzNameAction",
+         [](auto& module, bool& handled) { return module.run(WinDlgDefineDspDz(), handled); }},
         {"RlyEditSetDumRlyAction", [](auto&, bool&) { return SearchDumRelay() || true; }},
         {"RlySetUserAction", [](auto&, bool&) { return WinDlgSetUser().exec() || true; }},
     };
