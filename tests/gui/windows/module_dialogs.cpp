@@ -16,7 +16,6 @@
 #include "tests/gui/windows/module_fixture.h"
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 namespace {
@@ -215,8 +214,8 @@ TEST_F(Dialogs, ANameThatCannotBeStoredStaysInTheTable) {
     }
     ASSERT_EQ(errors.size(), 6);
     EXPECT_EQ(errors[0], "定值名不能为空");
-    EXPECT_THAT(errors[2], HasSubstr("超过20个字符"));
-    EXPECT_THAT(errors[4], HasSubstr("GBK"));
+    EXPECT_THAT(errors[2], Holds("超过20个字符"));
+    EXPECT_THAT(errors[4], Holds("GBK"));
 }
 
 class Users : public Dialogs {
@@ -266,9 +265,8 @@ TEST_F(Users, RefusedPasswordsLeaveTheOldOne) {
     EXPECT_FALSE(setPassword("secret", "123456", "123457"));
     EXPECT_FALSE(setPassword("secret", "12345 ", "12345 "));  // the column would lose the blank
     EXPECT_FALSE(setPassword("secret", "1234😀", "1234😀"));
-    EXPECT_THAT(errors,
-                ElementsAre("原密码错误，不能修改密码", "密码长度应为6位，或不填", "密码长度应为6位，或不填",
-                            "新密码与确认密码不同", "新密码与确认密码不同", HasSubstr("末尾"), HasSubstr("GBK")));
+    EXPECT_THAT(errors, ElementsAre("原密码错误，不能修改密码", "密码长度应为6位，或不填", "密码长度应为6位，或不填",
+                                    "新密码与确认密码不同", "新密码与确认密码不同", Holds("末尾"), Holds("GBK")));
     EXPECT_TRUE(logIn("secret"));
     EXPECT_TRUE(setPassword("secret", "", ""));
     EXPECT_EQ(value("SELECT COUNT(*) FROM RLY_RLYUSER"), "0");

@@ -26,6 +26,8 @@
 
 inline void PrintTo(const QString& text, std::ostream* out) { *out << text.toStdString(); }
 
+MATCHER_P(Holds, part, "") { return arg.contains(QString(part)); }
+
 /// A host's main window that keeps what the module sends.
 class HostWindow : public QWidget {
   public:

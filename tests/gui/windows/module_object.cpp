@@ -4,7 +4,6 @@
 #include "tests/gui/windows/module_fixture.h"
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 namespace {
 
@@ -199,7 +198,7 @@ TEST_F(Module, TellsAHalfSwitchedNetworkAndBringsItInAtTheNextTry) {
     exec("RENAME TABLE L3_1 TO Away");
     select("潮流");
     exec("RENAME TABLE Away TO L3_1");
-    EXPECT_THAT(errors, testing::Contains(HasSubstr("网络不完整")));
+    EXPECT_THAT(errors, testing::Contains(Holds("网络不完整")));
     EXPECT_EQ(module->GetCase_No(), -1);
     errors.clear();
     select("潮流");
