@@ -50,7 +50,8 @@ void WinDlgDefineDspDz::layOut() {
     table_DspDz->horizontalHeader()->setHighlightSections(false);
     table_DspDz->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     table_DspDz->horizontalHeader()->setMinimumSectionSize(80);
-    table_DspDz->setEditTriggers(QAbstractItemView::AllEditTriggers);
+    table_DspDz->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked |
+                                 QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
     table_DspDz->setTabKeyNavigation(false);
     textLabel_RType->setBuddy(comboBox_RType);
     auto* head = new QHBoxLayout;

@@ -175,7 +175,10 @@ void CMorvaneObject::SubStation(int mode) {
     sendToHost(0x02);
 }
 
-void CMorvaneObject::RlyPopupMenuSetDsp() { RefreshSLG(); }
+void CMorvaneObject::RlyPopupMenuSetDsp() {
+    WinDlgSetDsp().exec();
+    RefreshSLG();
+}
 
 int CMorvaneObject::GetCase_No() const { return currentCase_; }
 

@@ -135,8 +135,8 @@ TEST_F(Dialogs, OkStoresTheDisplayAndCancelTakesEveryTypeBack) {
         EXPECT_EQ(dialog.result(), QDialog::Accepted);
     }
     EXPECT_EQ(display(),
-              "0,V,0,1,2,1,0;1,L,0,2,2,1,0;1,t,0,1,2,1,0;1,Zdz,0,0,2,1,0;2,K,0,2,2,1,0;2,L,0,3,2,1,0;2,t,0,1,2,1,0;"
-              "2,Zdz,0,0,2,1,0;3,Idz,1,0,2,1,0;3,L,1,2,2,1,0;3,t,1,1,2,1,0");
+              "0,V,0,1,2,1,0;1,L,0,2,2,1,0;1,Zdz,0,0,2,1,0;1,t,0,1,2,1,0;2,K,0,2,2,1,0;2,L,0,3,2,1,0;2,Zdz,0,0,2,1,0;"
+              "2,t,0,1,2,1,0;3,Idz,1,0,2,1,0;3,L,1,2,2,1,0;3,t,1,1,2,1,0");
     EXPECT_EQ(CMorvaneObject::iRlyDspAss, 1);
     EXPECT_EQ(tablesLike("RLY_RLYDSP_TEM"), 0);
     EXPECT_THAT(errors, IsEmpty());
@@ -168,6 +168,7 @@ TEST_F(Dialogs, ANewNameIsStoredOnOkAndCancelUndoesWhatAChangeOfTypeSaved) {
     const QString before = name(1, 1);
     {
         WinDlgDefineDspDz dialog;
+        dialog.show();
         auto& table = part<QTableWidget>(dialog, "table_DspDz");
         auto& combo = part<QComboBox>(dialog, "comboBox_RType");
         EXPECT_EQ(combo.itemText(0), "线路相间距离保护");  // the virtual relay is not offered
@@ -185,7 +186,7 @@ TEST_F(Dialogs, ANewNameIsStoredOnOkAndCancelUndoesWhatAChangeOfTypeSaved) {
     auto& table = part<QTableWidget>(dialog, "table_DspDz");
     table.setCurrentCell(1, 1);
     table.editItem(table.item(1, 1));
-    auto* editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    auto* editor = table.viewport()->findChild<QLineEdit*>();
     ASSERT_TRUE(editor);
     editor->setText("时限");  // still open when OK is pressed
     QMetaObject::invokeMethod(&dialog, "PushButton_Ensure_Clicked");
