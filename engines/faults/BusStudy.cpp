@@ -6,31 +6,31 @@
 
 #include "engines/network/SelectedInverse.h"
 #include "engines/network/SequenceNetwork.h"
+#include "engines/network/Threads.h"
 
 namespace engines {
 namespace {
 
 std::size_t at(int i) { return static_cast<std::size_t>(i); }
 
-std::size_t at(BranchEnd e) { return 2 * at(e.branch.value) + (e.end == End::J ? 1 : 0); }
-
 /// Boundary conditions of the faults: Anderson, Analysis of Faulted Power Systems, ch. 3.
 Sequences faultCurrent(FaultKind kind, Complex before, Complex z1, Complex z0, bool grounded, Complex z) {
     switch (kind) {
         case FaultKind::ThreePhaseGround:
-            return {before / (z1 + z), {}, {}};
+            return {product(before, reciprocal(z1 + z)), {}, {}};
         case FaultKind::PhaseAGround: {
-            const Complex i = grounded ? before / (2.0 * z1 + z0 + 3.0 * z) : Complex{};
+            const Complex i = grounded ? product(before, reciprocal(2.0 * z1 + z0 + 3.0 * z)) : Complex{};
             return {i, i, i};
         }
         case FaultKind::PhaseBC: {
-            const Complex i = before / (2.0 * z1 + z);
+            const Complex i = product(before, reciprocal(2.0 * z1 + z));
             return {i, -i, {}};
         }
         case FaultKind::PhaseBCGround: {
-            const Complex share = grounded ? z1 / (z1 + z0 + 3.0 * z) : Complex{};  // of the zero sequence
-            const Complex i = before / (z1 + z1 * (1.0 - share));
-            return {i, -i * (1.0 - share), -i * share};
+            // The zero sequence's share of the current that comes back.
+            const Complex share = grounded ? product(z1, reciprocal(z1 + z0 + 3.0 * z)) : Complex{};
+            const Complex i = product(before, reciprocal(z1 + product(z1, 1.0 - share)));
+            return {i, product(-i, 1.0 - share), product(-i, share)};
         }
         default:
             throw std::invalid_argument("a bus study knows shunt faults only");
@@ -77,46 +77,46 @@ BusStudy::Answers BusStudy::answers(const SequenceNetwork& net) const {
     const auto& branches = mode_->network().branches;
     const auto& links = net.elements().links();
     const Ordering& ordering = net.factors().ordering();
-    Answers result;
+    Answers result{ComplexVector(at(ordering.n)), ComplexVector(links.size()), ComplexVector(2 * links.size()),
+                   std::vector<char>(at(ordering.n)), std::vector<int>(at(ordering.n))};
     for (int i = 0; i < ordering.n; ++i) {
-        result.driving.push_back(inverse.diagonal(i));
-        result.live.push_back(net.islands().live(i));
-        result.island.push_back(net.islands().of(i));
+        result.driving[at(i)] = inverse.diagonal(i);
+        result.live[at(i)] = net.islands().live(i);
+        result.island[at(i)] = net.islands().of(i);
     }
-    result.transfer.resize(links.size());
-    result.share.resize(2 * links.size());
-    for (int k = 0; k < static_cast<int>(links.size()); ++k) {
-        const Link& link = links[at(k)];
-        const Complex between = result.transfer[at(k)] = inverse.slot(ordering.pairSlot[at(k)]);
+    for (const Link& link : links) {
+        const std::size_t k = at(link.branch);
+        const Complex between = result.transfer[k] = inverse.slot(ordering.pairSlot[k]);
         if (!link.conducts) continue;
-        Complex &atI = result.share[2 * at(k)], &atJ = result.share[2 * at(k) + 1];
-        const int i = branches[at(k)].from.value, j = branches[at(k)].to.value;
-        if (net.elements().coupledWith(k).size() > 1) {
-            atI = link.gain * coupledShare(net, inverse, k, i);
-            atJ = -coupledShare(net, inverse, k, j);
+        const int i = branches[k].from.value, j = branches[k].to.value;
+        Complex &atI = result.share[2 * k], &atJ = result.share[2 * k + 1];
+        if (net.elements().coupledWith(link.branch).size() > 1) {
+            atI = link.gain * coupledShare(net, inverse, link.branch, i);
+            atJ = -coupledShare(net, inverse, link.branch, j);
             continue;
         }
-        const Complex toJ = link.to < 0 ? Complex{} : between, toI = link.from < 0 ? Complex{} : between;
-        if (link.from >= 0) atI = product(-link.y * link.gain, link.gain * result.driving[at(i)] - toJ);
-        if (link.to >= 0) atJ = product(link.y, link.gain * toI - result.driving[at(j)]);
+        const bool through = link.from >= 0 && link.to >= 0;
+        const Complex other = through ? between : Complex{}, out = link.y * link.gain;
+        if (link.from >= 0) atI = product(out, other - link.gain * result.driving[at(i)]);
+        if (link.to >= 0) atJ = product(link.y, link.gain * other - result.driving[at(j)]);
     }
     return result;
 }
 
-template <class T>
-std::span<const T> BusStudy::AtBus<T>::of(BusIndex bus) const {
-    const auto first = at(start[at(bus.value)]), last = at(start[at(bus.value + 1)]);
-    return std::span(items).subspan(first, last - first);
-}
-
-BusStudy::BusStudy(const ModeNetwork& mode, int) : mode_(&mode) {
-    listEnds();
-    listSources();
-    const SequenceNetwork& positive = mode.sequence(Sequence::Positive);
-    positive_ = answers(positive);
-    zero_ = answers(mode.sequence(Sequence::Zero));
-    before_ = positive.prefaultVoltages();
-    if (!positive.startsFlat()) beforeAtEnd_ = prefaultCurrents(positive, before_);
+BusStudy::BusStudy(const ModeNetwork& mode, int threads) : mode_(&mode) {
+    const SequenceNetwork &positive = mode.sequence(Sequence::Positive), &zero = mode.sequence(Sequence::Zero);
+    const auto piece = [&](int part) {
+        if (part == 1) {
+            zero_ = answers(zero);
+            return;
+        }
+        positive_ = answers(positive);
+        listEnds();
+        listSources();
+        before_ = positive.prefaultVoltages();
+        if (!positive.startsFlat()) beforeAtEnd_ = prefaultCurrents(positive, before_);
+    };
+    inParallel(2, piece, threads);
 }
 
 void BusStudy::listEnds() {
@@ -145,10 +145,6 @@ void BusStudy::listSources() {
     }
 }
 
-std::span<const BranchEnd> BusStudy::ends(BusIndex bus) const { return ends_.of(bus); }
-
-std::span<const int> BusStudy::sources(BusIndex bus) const { return sources_.of(bus); }
-
 Complex BusStudy::impedance(Sequence sequence, BusIndex bus) const {
     const Answers& answers = sequence == Sequence::Positive ? positive_ : zero_;
     if (!answers.live[at(bus.value)]) return {std::numeric_limits<double>::infinity(), 0};
@@ -162,17 +158,17 @@ BusFault BusStudy::fault(BusIndex bus, FaultKind kind, Complex z) const {
     const bool grounded = zero_.live[i];
     const Complex z1 = positive_.driving[i], z0 = zero_.driving[i];
     result.current = faultCurrent(kind, before_[i], z1, z0, grounded, z);
-    result.voltage = {before_[i] - z1 * result.current.positive, -z1 * result.current.negative, {}};
-    result.voltage.zero = grounded ? -z0 * result.current.zero : displacement(kind, result.voltage);
+    result.voltage = {before_[i] - product(z1, result.current.positive), -product(z1, result.current.negative), {}};
+    result.voltage.zero = grounded ? -product(z0, result.current.zero) : displacement(kind, result.voltage);
     return result;
 }
 
-Sequences BusStudy::current(const BusFault& fault, BranchEnd end) const {
-    const Complex share1 = positive_.share[at(end)];
-    Sequences result{share1 * fault.current.positive, share1 * fault.current.negative,
-                     zero_.share[at(end)] * fault.current.zero};
-    if (!beforeAtEnd_.empty() && !fault.dead) result.positive += beforeAtEnd_[at(end)];
-    return result;
+std::size_t BusStudy::bytes() const {
+    std::size_t values = before_.size() + beforeAtEnd_.size();
+    for (const Answers* a : {&positive_, &zero_}) values += a->driving.size() + a->transfer.size() + a->share.size();
+    const std::size_t buses = before_.size();
+    return values * sizeof(Complex) + buses * 2 * (1 + sizeof(int)) + ends_.items.size() * sizeof(BranchEnd) +
+           (ends_.start.size() + sources_.start.size() + sources_.items.size()) * sizeof(int);
 }
 
 Sequences BusStudy::farVoltage(const BusFault& fault, BranchEnd end) const {

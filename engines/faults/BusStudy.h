@@ -20,7 +20,7 @@ struct BusFault {
 class BusStudy {
   public:
     /// \param mode     outlives the study
-    /// \param threads  0: as many as the machine has; the results do not depend on it
+    /// \param threads  at most so many, 0: as many as there are processors; the results do not depend on it
     explicit BusStudy(const ModeNetwork& mode, int threads = 1);
 
     /// Driving-point impedance, per unit; infinite without a path to a shunt element of the sequence.
@@ -29,42 +29,59 @@ class BusStudy {
     [[nodiscard]] BusFault fault(BusIndex bus, FaultKind kind, Complex z = {}) const;
 
     /// The branch ends at a bus, by branch.
-    [[nodiscard]] std::span<const BranchEnd> ends(BusIndex bus) const;
+    [[nodiscard]] std::span<const BranchEnd> ends(BusIndex bus) const { return ends_.of(bus); }
     /// The sources at a bus: places in Network::sources, ascending.
-    [[nodiscard]] std::span<const int> sources(BusIndex bus) const;
+    [[nodiscard]] std::span<const int> sources(BusIndex bus) const { return sources_.of(bus); }
     /// Current into a branch at its end at the faulted bus, per unit.
     [[nodiscard]] Sequences current(const BusFault& fault, BranchEnd end) const;
     /// Voltage of the bus at the other end of that branch, per unit.
     [[nodiscard]] Sequences farVoltage(const BusFault& fault, BranchEnd end) const;
     /// Current of a source at the faulted bus into the network, per unit.
     [[nodiscard]] Sequences sourceCurrent(const BusFault& fault, int source) const;
+    /// Memory that the study holds.
+    [[nodiscard]] std::size_t bytes() const;
 
   private:
     /// What one sequence network answers; by bus, by branch, or by branch and end (2 x branch, I first).
     struct Answers {
-        std::vector<Complex> driving;   ///< impedance of a bus; what is held fictitiously where it floats
-        std::vector<char> live;         ///< by bus
-        std::vector<int> island;        ///< by bus
-        std::vector<Complex> transfer;  ///< impedance between the two ends of a branch
-        std::vector<Complex> share;     ///< current into a branch end for a unit of fault current at its bus
+        ComplexVector driving;    ///< impedance of a bus; what is held fictitiously where it floats
+        ComplexVector transfer;   ///< impedance between the two ends of a branch
+        ComplexVector share;      ///< current into a branch end for a unit of fault current at its bus
+        std::vector<char> live;   ///< by bus
+        std::vector<int> island;  ///< by bus
     };
-    /// Lists of things at a bus, one after the other.
+    /// Things at a bus, bus after bus.
     template <class T>
     struct AtBus {
         std::vector<int> start;
         std::vector<T> items;
-        [[nodiscard]] std::span<const T> of(BusIndex bus) const;
+        [[nodiscard]] std::span<const T> of(BusIndex bus) const {
+            const int* first = start.data() + bus.value;
+            return {items.data() + first[0], static_cast<std::size_t>(first[1] - first[0])};
+        }
     };
+    static std::size_t place(BranchEnd e) {
+        return 2 * static_cast<std::size_t>(e.branch.value) + (e.end == End::J ? 1 : 0);
+    }
     [[nodiscard]] Answers answers(const SequenceNetwork& net) const;
     void listEnds();
     void listSources();
 
     const ModeNetwork* mode_;
     Answers positive_, zero_;
-    std::vector<Complex> before_;       ///< voltage of a bus before the fault
-    std::vector<Complex> beforeAtEnd_;  ///< current into a branch end before the fault; empty at a flat start
+    ComplexVector before_;       ///< voltage of a bus before the fault
+    ComplexVector beforeAtEnd_;  ///< current into a branch end before the fault; empty at a flat start
     AtBus<BranchEnd> ends_;
     AtBus<int> sources_;
 };
+
+inline Sequences BusStudy::current(const BusFault& fault, BranchEnd end) const {
+    const std::size_t e = place(end);
+    const Complex share1 = positive_.share[e];
+    Sequences result{product(share1, fault.current.positive), product(share1, fault.current.negative),
+                     product(zero_.share[e], fault.current.zero)};
+    if (!beforeAtEnd_.empty() && !fault.dead) result.positive += beforeAtEnd_[e];
+    return result;
+}
 
 }  // namespace engines

@@ -74,20 +74,26 @@ Factors::Lu::Lu(const SymmetricMatrix& matrix) {
     }
 }
 
-Factors::Factors(const SymmetricMatrix& matrix)
-    : ordering_(matrix.ordering), lower_(matrix.lower), inverseDiagonal_(matrix.diagonal) {
-    if (!factorise(matrix.diagonal)) lu_ = std::make_unique<Lu>(matrix);
+Factors::Factors(const std::function<SymmetricMatrix()>& matrix) : Factors(matrix(), matrix) {}
+
+Factors::Factors(SymmetricMatrix matrix, const std::function<SymmetricMatrix()>& again)
+    : ordering_(std::move(matrix.ordering)),
+      lower_(std::move(matrix.lower)),
+      inverseDiagonal_(std::move(matrix.diagonal)) {
+    if (!factorise()) lu_ = std::make_unique<Lu>(again());
 }
 
 Factors::~Factors() = default;
 
-bool Factors::factorise(const ComplexVector& before) {
+bool Factors::factorise() {
     const Ordering& o = *ordering_;
+    std::vector<double> least(at(o.n));
+    for (int k = 0; k < o.n; ++k) least[at(k)] = kPivotLoss * kPivotLoss * std::norm(inverseDiagonal_[at(k)]);
     const int* row = o.lowerRow.data();
     const int* update = o.updates.data();
     Complex *lower = lower_.data(), *diagonal = inverseDiagonal_.data();
     for (int k = 0; k < o.n; ++k) {
-        if (!(std::norm(diagonal[k]) > kPivotLoss * kPivotLoss * std::norm(before[at(k)]))) return false;
+        if (!(std::norm(diagonal[k]) > least[at(k)])) return false;
         const Complex d = diagonal[k] = reciprocal(diagonal[k]);
         const int end = o.lowerStart[at(k) + 1];
         for (int p = o.lowerStart[at(k)]; p < end; ++p) {

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <complex>
+#include <functional>
 #include <memory>
-#include <utility>
-#include <vector>
 
 #include "engines/network/HalfColumn.h"
 
@@ -26,8 +24,9 @@ struct SymmetricMatrix {
 /// are listed in advance. Without pivoting; a matrix whose diagonal breaks down on the way goes to an LU with pivoting.
 class Factors {
   public:
+    /// \param matrix  makes the matrix; asked once more when the diagonal breaks down
     /// \throws std::domain_error when the matrix is singular
-    explicit Factors(const SymmetricMatrix& matrix);
+    explicit Factors(const std::function<SymmetricMatrix()>& matrix);
     ~Factors();
     Factors(const Factors&) = delete;
     Factors& operator=(const Factors&) = delete;
@@ -48,7 +47,8 @@ class Factors {
 
   private:
     struct Lu;
-    [[nodiscard]] bool factorise(const ComplexVector& before);
+    Factors(SymmetricMatrix matrix, const std::function<SymmetricMatrix()>& again);
+    [[nodiscard]] bool factorise();
     [[nodiscard]] ComplexVector backward(ComplexVector x) const;
 
     std::shared_ptr<const Ordering> ordering_;

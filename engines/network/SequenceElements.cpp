@@ -20,7 +20,7 @@ Link zeroLink(const Branch& b, Link link) {
 Link linkOf(const Branch& b, Sequence sequence) {
     const bool zero = sequence == Sequence::Zero;
     const Complex z = zero ? b.z0 : b.z1;
-    const Link link{b.from.value, b.to.value, z, reciprocal(z), b.ratio == 1 ? 1 : 1 / b.ratio, true};
+    const Link link{b.from.value, b.to.value, reciprocal(z), b.ratio == 1 ? 1 : 1 / b.ratio, -1, true};
     return zero ? zeroLink(b, link) : link;
 }
 
@@ -38,23 +38,19 @@ double coupledShare(const Mutual& mutual, Stretch onFirst, Stretch onSecond) {
     return overlap(first, mutual.opposite ? Stretch{1 - second.to, 1 - second.from} : second);
 }
 
-std::vector<int> counting(int n) {
-    std::vector<int> result(at(n));
-    std::iota(result.begin(), result.end(), 0);
-    return result;
-}
-
 }  // namespace
 
 SequenceElements::SequenceElements(const Network& network, Sequence sequence, std::span<const ModeChange> changes,
                                    std::shared_ptr<const Ordering> ordering)
     : sequence_(sequence),
       buses_(static_cast<int>(network.buses.size())),
-      ordering_(ordering ? std::move(ordering) : orderingOf(network)),
-      self_(counting(static_cast<int>(network.branches.size()))) {
+      ordering_(ordering ? std::move(ordering) : orderingOf(network)) {
     const bool zero = sequence == Sequence::Zero;
     links_.reserve(network.branches.size());
-    for (const Branch& b : network.branches) links_.push_back(linkOf(b, sequence));
+    for (const Branch& b : network.branches) {
+        links_.push_back(linkOf(b, sequence));
+        links_.back().branch = static_cast<int>(links_.size()) - 1;
+    }
     for (const Source& s : network.sources) {
         if (!zero || s.grounded) shunts_.push_back({s.bus.value, 1.0 / (zero ? s.z0 : s.z1)});
     }
@@ -73,7 +69,7 @@ void SequenceElements::apply(const ModeChange& change) {
         if (change.cut)
             link.conducts = false;
         else
-            link.z = change.z, link.y = reciprocal(change.z);
+            link.y = reciprocal(change.z);
         return;
     }
     if (sequence_ != Sequence::Zero) return;
@@ -94,11 +90,11 @@ void SequenceElements::couple(const Network& network) {
 
 std::span<const int> SequenceElements::coupledWith(int branch) const {
     if (!setOf_.empty() && setOf_[at(branch)] >= 0) return sets_[at(setOf_[at(branch)])];
-    return std::span(self_).subspan(at(branch), 1);
+    return std::span(&links_[at(branch)].branch, 1);
 }
 
 Complex SequenceElements::impedance(int a, Stretch onA, int b, Stretch onB) const {
-    if (a == b) return links_[at(a)].z * overlap(onA, onB);
+    if (a == b) return reciprocal(links_[at(a)].y) * overlap(onA, onB);
     const auto it = mutuals_.find({std::min(a, b), std::max(a, b)});
     if (it == mutuals_.end()) return {};
     Complex sum;

@@ -11,11 +11,13 @@
 /// The elements of one sequence network of one operating mode.
 namespace engines {
 
-/// How a branch stands in one sequence network: i = y (gain V_from - V_to) flows from the I end, gain i of it into it.
+/// How a branch stands in one sequence network: i = y (gain V_from - V_to) flows through it, gain i of it into
+/// its I end.
 struct Link {
     int from = -1, to = -1;  ///< buses; -1 ground
-    Complex z, y;            ///< y = 1 / z
-    double gain = 1;         ///< one over the turns ratio
+    Complex y;
+    double gain = 1;  ///< one over the turns ratio
+    int branch = -1;  ///< its own place among the links
     bool conducts = false;
 };
 
@@ -58,7 +60,6 @@ class SequenceElements {
     std::vector<NodeShunt> shunts_;
     std::vector<std::vector<int>> sets_;
     std::vector<int> setOf_;                                      // per branch, -1 not coupled; empty without sets
-    std::vector<int> self_;                                       // 0, 1, 2, ...: sets of one
     std::map<std::pair<int, int>, std::vector<Mutual>> mutuals_;  // by branches, the smaller first
 };
 

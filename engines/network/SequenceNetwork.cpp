@@ -62,7 +62,7 @@ SequenceNetwork::SequenceNetwork(std::shared_ptr<const SequenceElements> element
     : elements_(std::move(elements)),
       islands_(std::make_shared<Islands>(*elements_, removed_)),
       injection_(std::move(injection)),
-      factors_(std::make_unique<Factors>(matrix())) {
+      factors_(std::make_unique<Factors>([this] { return matrix(); })) {
     startFromInjection();
 }
 
@@ -76,7 +76,7 @@ SequenceNetwork::SequenceNetwork(const SequenceNetwork& whole, std::vector<int> 
     if (update_)
         base_ = &whole;
     else
-        factors_ = std::make_unique<Factors>(matrix());
+        factors_ = std::make_unique<Factors>([this] { return matrix(); });
     startFromInjection();
 }
 
