@@ -43,7 +43,7 @@ std::vector<int> parseModeNumbers(const Fields& fields, int count) {
         fields.fail(std::to_string(count) + " operating modes are expected, " + std::to_string(fields.size()) +
                     " stand here");
     std::vector<int> modes;
-    for (std::size_t i = 0; i < fields.size(); ++i) modes.push_back(fields.whole(i));
+    for (std::size_t i = 0; i < fields.size(); ++i) modes.push_back(fields.notNegative(i));
     return modes;
 }
 

@@ -6,7 +6,8 @@ namespace {
 
 MainBranch parseSection(Lines& lines) {
     const Fields head = lines.fields();
-    MainBranch branch{head.whole(0), head.whole(1), head.whole(2), head.whole(3), head.whole(4), {}, {}};
+    MainBranch branch{
+        head.whole(0), head.notNegative(1), head.notNegative(2), head.notNegative(3), head.notNegative(4), {}, {}};
     if (!lines.next()) head.fail("the line of operating modes is missing");
     branch.modes = parseModeNumbers(lines.fields(), head.whole(5));
     while (lines.next()) {

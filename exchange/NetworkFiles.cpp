@@ -17,77 +17,77 @@ constexpr int kFormatVersion = 1;
 // What a row of each file holds, in order: the same list writes and reads it. Files that go on with the elements of an
 // earlier file begin with `key`, which must agree with it.
 
-template <class F>
-void busRow(F& f, NetBus& b) {
+template <class F, class Row>
+void busRow(F& f, Row& b) {
     f(b.no), f(b.baseKv), f(b.vMinKv);
 }
-template <class F>
-void busVoltage(F& f, NetBus& b) {
+template <class F, class Row>
+void busVoltage(F& f, Row& b) {
     f.key(b.no), f(b.vMag), f(b.vAngle);
 }
-template <class F>
-void busName(F& f, NetBus& b) {
+template <class F, class Row>
+void busName(F& f, Row& b) {
     f.key(b.no), f.rest(b.name);
 }
 
-template <class F>
-void lineRow(F& f, NetLine& l) {
+template <class F, class Row>
+void lineRow(F& f, Row& l) {
     f(l.idNo), f(l.iNo), f(l.jNo), f(l.r1), f(l.x1), f(l.lengthKm), f(l.ratedA);
 }
-template <class F>
-void lineZero(F& f, NetLine& l) {
+template <class F, class Row>
+void lineZero(F& f, Row& l) {
     f.key(l.idNo), f(l.r0), f(l.x0);
 }
-template <class F>
-void lineLoad(F& f, NetLine& l) {
+template <class F, class Row>
+void lineLoad(F& f, Row& l) {
     f.key(l.idNo), f(l.maxLoadA);
 }
 
-template <class F>
-void transformerRow(F& f, NetTransformer& t) {
+template <class F, class Row>
+void transformerRow(F& f, Row& t) {
     f(t.idNo), f(t.iNo), f(t.jNo), f(t.kind), f(t.r1), f(t.x1), f(t.ratedMva), f(t.ratedKvI), f(t.ratedKvJ);
 }
-template <class F>
-void transformerZero(F& f, NetTransformer& t) {
+template <class F, class Row>
+void transformerZero(F& f, Row& t) {
     f.key(t.idNo), f(t.r0), f(t.x0), f(t.zcType);
 }
-template <class F>
-void transformerLoad(F& f, NetTransformer& t) {
+template <class F, class Row>
+void transformerLoad(F& f, Row& t) {
     f.key(t.idNo), f(t.maxLoadA);
 }
 
-template <class F>
-void shuntRow(F& f, NetShunt& s) {
+template <class F, class Row>
+void shuntRow(F& f, Row& s) {
     f(s.idNo), f(s.no), f(s.x1), f(s.ratedMvar), f(s.ratedKv);
 }
-template <class F>
-void shuntZero(F& f, NetShunt& s) {
+template <class F, class Row>
+void shuntZero(F& f, Row& s) {
     f.key(s.idNo), f(s.r0), f(s.x0), f(s.grounded);
 }
 
-template <class F>
-void generatorRow(F& f, NetGenerator& g) {
+template <class F, class Row>
+void generatorRow(F& f, Row& g) {
     f(g.no), f(g.r1), f(g.x1), f(g.ratedMva), f(g.ratedKv);
 }
-template <class F>
-void generatorZero(F& f, NetGenerator& g) {
+template <class F, class Row>
+void generatorZero(F& f, Row& g) {
     f.key(g.no), f(g.r0), f(g.x0), f(g.grounded);
 }
-template <class F>
-void generatorPower(F& f, NetGenerator& g) {
+template <class F, class Row>
+void generatorPower(F& f, Row& g) {
     f.key(g.no), f(g.pMw), f(g.qMvar);
 }
-template <class F>
-void generatorName(F& f, NetGenerator& g) {
+template <class F, class Row>
+void generatorName(F& f, Row& g) {
     f.key(g.no), f.rest(g.name);
 }
 
-template <class F>
-void mutualRow(F& f, NetMutual& m) {
+template <class F, class Row>
+void mutualRow(F& f, Row& m) {
     f(m.firstId), f(m.secondId), f(m.r0), f(m.x0), f(m.sense);
 }
-template <class F>
-void mutualStretch(F& f, NetMutual& m) {
+template <class F, class Row>
+void mutualStretch(F& f, Row& m) {
     f.key(m.firstId), f(m.firstFrom), f(m.firstTo), f(m.secondFrom), f(m.secondTo);
 }
 
@@ -95,13 +95,13 @@ void mutualStretch(F& f, NetMutual& m) {
 class RowWriter {
   public:
     RowWriter(std::string& out, std::string file) : out_(out), file_(std::move(file)) {}
-    void operator()(const int& value) { out_ += std::to_string(value) + ","; }
-    void operator()(const bool& value) { out_ += value ? "1," : "0,"; }
-    void operator()(const double& value) {
+    void operator()(int value) { put(value); }
+    void operator()(bool value) { out_ += value ? "1," : "0,"; }
+    void operator()(double value) {
         if (!std::isfinite(value)) throw FormatError(file_, line_, "a value is not a number");
-        out_ += exact(value) + ",";
+        put(value);
     }
-    void key(const int& value) { (*this)(value); }
+    void key(int value) { put(value); }
     void rest(const std::string& text) {
         if (text.find_first_of("\r\n") != std::string::npos) throw FormatError(file_, line_, "a name has a line end");
         out_ += text;
@@ -115,6 +115,15 @@ class RowWriter {
     std::string& out_;
     std::string file_;
     int line_ = 2;
+
+    /// The shortest text that reads back as the same number, and a comma.
+    template <class Number>
+    void put(Number value) {
+        char text[40];
+        const auto end = std::to_chars(std::begin(text), std::end(text), value).ptr;
+        *end = ',';
+        out_.append(text, end + 1);
+    }
 };
 
 /// Takes the fields of a row one after the other, straight from the text; what is not read at once goes through
@@ -190,14 +199,14 @@ class SetWriter {
   public:
     explicit SetWriter(const std::filesystem::path& directory) : directory_(directory) {}
     template <class Row>
-    void table(const char* file, const std::vector<Row>& rows, void (*layout)(RowWriter&, Row&)) {
+    void table(const char* file, const std::vector<Row>& rows, void (*layout)(RowWriter&, const Row&)) {
         std::string out;
         append(out, file, rows, layout);
         replace(directory_ / file, out);
     }
     template <class First, class Second>
-    void tables(const char* file, const std::vector<First>& first, void (*firstLayout)(RowWriter&, First&),
-                const std::vector<Second>& second, void (*secondLayout)(RowWriter&, Second&)) {
+    void tables(const char* file, const std::vector<First>& first, void (*firstLayout)(RowWriter&, const First&),
+                const std::vector<Second>& second, void (*secondLayout)(RowWriter&, const Second&)) {
         std::string out;
         append(out, file, first, firstLayout);
         append(out, file, second, secondLayout);
@@ -209,10 +218,12 @@ class SetWriter {
 
     template <class Row>
     static void append(std::string& out, const char* file, const std::vector<Row>& rows,
-                       void (*layout)(RowWriter&, Row&)) {
+                       void (*layout)(RowWriter&, const Row&)) {
+        constexpr std::size_t kUsualRow = 80;
+        out.reserve(out.size() + rows.size() * kUsualRow);
         writeHead(out, rows.size());
         RowWriter writer(out, file);
-        for (Row row : rows) {
+        for (const Row& row : rows) {
             layout(writer, row);
             writer.endRow();
         }
@@ -275,8 +286,8 @@ struct Whole {
     int loadFlow = 0;
     int busCount = 0;
 };
-template <class F>
-void wholeRow(F& f, Whole& w) {
+template <class F, class Row>
+void wholeRow(F& f, Row& w) {
     f(w.loadFlow), f(w.busCount);
 }
 
@@ -284,6 +295,9 @@ void wholeRow(F& f, Whole& w) {
 
 void writeNetwork(const std::filesystem::path& directory, const NetworkData& n) {
     SetWriter files(directory);
+    // A set that is not written to its end is none.
+    std::error_code absent;
+    std::filesystem::remove(directory / "LF.L0", absent);
     files.table("LF.L1", n.buses, busRow);
     files.table("LF.L2", n.lines, lineRow);
     files.table("LF.L3", n.transformers, transformerRow);

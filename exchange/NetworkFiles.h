@@ -76,7 +76,8 @@ struct NetworkData {
     std::vector<NetMutual> mutuals;
 };
 
-/// Writes LF.L0 to LF.L6, LF.L13, ST.S1 to ST.S7 and NAME.INC below a directory, each written aside and renamed.
+/// Writes LF.L0 to LF.L6, LF.L13, ST.S1 to ST.S7 and NAME.INC below a directory, each written aside and renamed;
+/// LF.L0 goes first and comes last, so that files of two networks are never read together.
 /// \throws FormatError
 void writeNetwork(const std::filesystem::path& directory, const NetworkData& network);
 /// Reads them back; exact for every double. \throws FormatError, `FILE:LINE: what is wrong`

@@ -28,7 +28,7 @@ RelayRules parseGroup(Lines& lines) {
     group.rno = lines.fields().whole(1);
     need(lines, "a part line");
     const Fields part = lines.fields();
-    group.pno = part.whole(0);
+    group.pno = part.notNegative(0);
     for (int sections = part.whole(1); sections > 0; --sections) group.sections.push_back(parseSection(lines));
     return group;
 }

@@ -107,6 +107,12 @@ int Fields::whole(std::size_t i) const {
     return value;
 }
 
+int Fields::notNegative(std::size_t i) const {
+    const int value = whole(i);
+    if (value < 0) fail("field " + std::to_string(i + 1) + " is below 0: " + std::to_string(value));
+    return value;
+}
+
 double Fields::real(std::size_t i) const {
     double value = 0;
     if (!parse(text(i), value) || !std::isfinite(value))

@@ -46,6 +46,8 @@ class Fields {
     [[nodiscard]] std::string_view text(std::size_t i) const;
     /// \throws FormatError when the field is missing or not a whole number.
     [[nodiscard]] int whole(std::size_t i) const;
+    /// The same; \throws FormatError also when it is below 0.
+    [[nodiscard]] int notNegative(std::size_t i) const;
     /// \throws FormatError when the field is missing, not a number, or not finite.
     [[nodiscard]] double real(std::size_t i) const;
     /// Field i as it stands; an empty field as "0". \throws FormatError where real(i) would on other text.

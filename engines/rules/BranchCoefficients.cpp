@@ -139,7 +139,7 @@ const CoefficientPair& BranchCoefficients::computed(int mainBranch, const Branch
     return *known();
 }
 
-void BranchCoefficients::computeAll() {
+void BranchCoefficients::computeAll(int threads) {
     std::vector<std::pair<int, const StudyRelay*>> missing;
     std::vector<int> modes;
     for (std::size_t place = 0; place < study_.mainBranches.size(); ++place) {
@@ -150,11 +150,14 @@ void BranchCoefficients::computeAll() {
         missing.emplace_back(number, *lacking);
         std::ranges::copy(operatingModes(study_.mainBranches[place].record.modes), std::back_inserter(modes));
     }
-    calculation_.prepare(modes);
-    inParallel(static_cast<int>(missing.size()), [&](int i) {
-        const auto& [place, relay] = missing[static_cast<std::size_t>(i)];
-        compute(place, viewOfMain(study_.mainBranches[static_cast<std::size_t>(place)]), *relay);
-    });
+    calculation_.prepare(modes, threads);
+    inParallel(
+        static_cast<int>(missing.size()),
+        [&](int i) {
+            const auto& [place, relay] = missing[static_cast<std::size_t>(i)];
+            compute(place, viewOfMain(study_.mainBranches[static_cast<std::size_t>(place)]), *relay);
+        },
+        threads);
 }
 
 std::optional<CoefficientPair> BranchCoefficients::of(const AdjacentBranch& branch, const StudyRelay& relay) {

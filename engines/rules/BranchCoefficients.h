@@ -42,7 +42,8 @@ class BranchCoefficients {
 
     /// Computes every pair of a main branch and a relay whose branch leads to it, on several threads. What is asked
     /// for later is then known, but for the view of a three-winding transformer from a bus.
-    void computeAll();
+    /// \param threads  as in inParallel
+    void computeAll(int threads);
 
     /// Lines of the result file: those of the earlier run, then every further pair of a main branch and a relay whose
     /// branch leads to it, by main branch and relay number. A pair without a coefficient in either sequence is left

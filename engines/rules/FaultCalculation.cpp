@@ -58,16 +58,19 @@ const std::vector<ModeChange>& ModeStudies::changes(int sysNo) const {
     return found == modes_.end() ? none : found->second;
 }
 
-void ModeStudies::prepare(std::span<const int> sysNos) {
+void ModeStudies::prepare(std::span<const int> sysNos, int threads) {
     std::vector<std::pair<int, std::unique_ptr<ModeNetwork>*>> missing;
     const std::lock_guard lock(networksMutex_);
     for (const int sysNo : sysNos)
         if (const auto [entry, fresh] = networks_.try_emplace(sysNo); fresh)
             missing.emplace_back(sysNo, &entry->second);
-    inParallel(static_cast<int>(missing.size()), [&](int i) {
-        const auto& [sysNo, place] = missing[static_cast<std::size_t>(i)];
-        *place = std::make_unique<ModeNetwork>(network_, changes(sysNo));
-    });
+    inParallel(
+        static_cast<int>(missing.size()),
+        [&](int i) {
+            const auto& [sysNo, place] = missing[static_cast<std::size_t>(i)];
+            *place = std::make_unique<ModeNetwork>(network_, changes(sysNo));
+        },
+        threads);
 }
 
 const ModeNetwork& ModeStudies::mode(int sysNo) {

@@ -30,8 +30,8 @@ struct QuantitiesSeen {
 class FaultCalculation {
   public:
     virtual ~FaultCalculation() = default;
-    /// Tells which operating modes will be asked for.
-    virtual void prepare(std::span<const int> /*sysNos*/) {}
+    /// Tells which operating modes will be asked for. \param threads  as in inParallel
+    virtual void prepare(std::span<const int> /*sysNos*/, int /*threads*/) {}
     /// For each of the faults under one outage.
     virtual std::vector<QuantitiesSeen> quantities(int sysNo, const FaultCase& outage,
                                                    std::span<const FaultCase* const> faults, const RelayPlace& relay,
@@ -54,7 +54,7 @@ class ModeStudies : public FaultCalculation {
     ModeStudies(const Network& network, const std::map<int, std::vector<ModeChange>>& modes);
     ~ModeStudies() override;
 
-    void prepare(std::span<const int> sysNos) override;
+    void prepare(std::span<const int> sysNos, int threads) override;
     std::vector<QuantitiesSeen> quantities(int sysNo, const FaultCase& outage, std::span<const FaultCase* const> faults,
                                            const RelayPlace& relay, std::span<const QuantityAsked> asked) override;
     std::vector<double> branchCoefficients(int sysNo, Sequence sequence, const FaultCase& outage,

@@ -53,14 +53,17 @@ class Run {
           finder_(study, sections_, calculation, coefficients_),
           interpreter_(finder_) {}
 
-    RunResults evaluate() {
+    RunResults evaluate(int threads) {
         for (const exchange::RelayRules& group : study_.groups) take(group);
-        prepareModes();
-        coefficients_.computeAll();
-        inParallel(static_cast<int>(groups_.size()), [&](int i) {
-            for (Job& job : groups_[static_cast<std::size_t>(i)])
-                if (job.inHand) job.result = interpreter_.evaluate(job.rule, job.parameters, *job.inHand);
-        });
+        prepareModes(threads);
+        coefficients_.computeAll(threads);
+        inParallel(
+            static_cast<int>(groups_.size()),
+            [&](int i) {
+                for (Job& job : groups_[static_cast<std::size_t>(i)])
+                    if (job.inHand) job.result = interpreter_.evaluate(job.rule, job.parameters, *job.inHand);
+            },
+            threads);
         for (auto& jobs : groups_)
             for (Job& job : jobs) record(job);
         results_.coefficients = coefficients_.lines();
@@ -109,13 +112,13 @@ class Run {
         }
     }
 
-    void prepareModes() {
+    void prepareModes(int threads) {
         std::set<int> modes;
         for (const auto& jobs : groups_)
             for (const Job& job : jobs)
                 if (asksForTheNetwork(job))
                     modes.insert(job.inHand->operatingModes.begin(), job.inHand->operatingModes.end());
-        calculation_.prepare(std::vector(modes.begin(), modes.end()));
+        calculation_.prepare(std::vector(modes.begin(), modes.end()), threads);
     }
 
     void record(Job& job) {
@@ -152,8 +155,8 @@ std::string text(const std::vector<Record>& records) {
 
 }  // namespace
 
-RunResults evaluateRules(const Study& study, FaultCalculation& calculation) {
-    return Run(study, calculation).evaluate();
+RunResults evaluateRules(const Study& study, FaultCalculation& calculation, int threads) {
+    return Run(study, calculation).evaluate(threads);
 }
 
 void writeResults(const std::filesystem::path& directory, const RunResults& results) {

@@ -19,9 +19,11 @@ struct RunResults {
     Notes notes;  ///< rules without a result and why, then what of the input was left out
 };
 
-/// Evaluates every rule section of the study in its order. \throws exchange::FormatError for a rule that the study
+/// Evaluates every rule section of the study; results stand in the order of the sections.
+/// \param threads  0: as many as there are processors; the results do not depend on it
+/// \throws exchange::FormatError for a rule that the study
 /// lacks or that checkRule refuses, and for a parameter vector that the rule lacks
-RunResults evaluateRules(const Study& study, FaultCalculation& calculation);
+RunResults evaluateRules(const Study& study, FaultCalculation& calculation, int threads = 0);
 
 /// Writes the four result files below a directory. \throws exchange::FormatError
 void writeResults(const std::filesystem::path& directory, const RunResults& results);

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <complex>
 
 #include "exchange/ControlFile.h"
 #include "exchange/FileNames.h"
@@ -52,7 +53,7 @@ exchange::RelayBlock relay(int rno, int iNo, int jNo, int idNo, std::array<std::
 
 /// 3101: 1.3 x the largest 3I0 of mode 1. 1201: 0.85 Zl + 0.8 Kz Z', t' + 0.3. 1102: with a transformer, of which there
 /// is none.
-std::vector<exchange::RuleBlock> rules() {
+std::vector<exchange::RuleBlock> ruleBlocks() {
     exchange::RuleBlock current{
         3101, 1, 1, 1, 1, 1, {{1, 1, 0, 1, 0, 1, 9, 1}}, {{1, 1, 8, 1}}, {{1.3}}, {{1, 101, 1000, 1, 3, 201}}};
     exchange::RuleBlock distance{1201,
@@ -87,7 +88,7 @@ class Haldern : public TemporaryDirectory {
         write(file::kVirtualRelays, exchange::format(exchange::VirtualRelays{}));
         write(file::kRuleFaults, exchange::format(group()));
         std::string text;
-        for (const auto& rule : rules()) text += exchange::format(rule);
+        for (const auto& rule : ruleBlocks()) text += exchange::format(rule);
         write(file::kRules, text);
     }
 
@@ -199,6 +200,29 @@ TEST_F(Haldern, WhatTheNetworkDoesNotHaveIsLeftOutAndTold) {
     EXPECT_EQ(exchange::parseCoefficients(read(file::kCoefficients)).size(), 1u);
     EXPECT_THAT(said, HasSubstr("fault number 3 is left out: the network has no branch 77 between 2 and 3"));
     EXPECT_THAT(said, HasSubstr("relay 13, part 1, rule 1102: no result: RELAY.R1 does not have the relay"));
+}
+
+// The generator alone feeds the fault; what the line carried before comes on top, the load staying as it was.
+TEST_F(Haldern, ALoadFlowStandsBeforeTheFaultOnlyWhereTheCaseIsOne) {
+    auto data = network();
+    data.loadFlow = true;
+    for (std::size_t i : {1, 2}) data.buses[i].vMag = 0.97, data.buses[i].vAngle = -6;
+    data.buses[0].vMag = 1.03;
+    exchange::writeNetwork(directory, data);
+    auto rules = group();
+    rules.sections = {{3101, 1, {}, false, {{1, {1, 1, 2, 3, 100, 1, "0", "0"}}}}};
+    auto current = ruleBlocks();
+    current[0].variables[0].vType = 1;
+    write(file::kRules, exchange::format(current[0]));
+    write(file::kRuleFaults, exchange::format(rules));
+    const std::complex<double> j(0, 1), v2 = 1.03, v3 = std::polar(0.97, -6 * std::acos(-1) / 180);
+    for (const int mlf : {0, 1}) {
+        write(file::kControl, exchange::format(exchange::Control{1, mlf, 0, 0}));
+        ASSERT_EQ(run(), 0) << said;
+        const double expected = std::abs(mlf == 1 ? (v2 - v3) / (j * 0.1) + v3 / (j * 0.3) : 1.0 / (j * 0.3));
+        const auto seen = exchange::parseVariableResults(read(file::kVariableResults)).at(0);
+        EXPECT_NEAR(seen.values.at(0), expected * kBaseKa, 1e-8) << "Mlf " << mlf;
+    }
 }
 
 TEST_F(Haldern, AnOutageOfTheRestOfTheNetworkLeavesNoCandidate) {

@@ -177,6 +177,59 @@ TEST_F(MeshedNetwork, LargestAndSmallestCurrentComeFromTheRightModeOutageAndFaul
     }
 }
 
+TEST_F(MeshedNetwork, SourceImpedanceIsWhatTheNetworkIsWithoutTheRelaysLineInTheExtremeMode) {
+    for (const int consel : {1, 2})
+        for (const int vType : {141, 142}) {
+            exchange::RuleBlock rule = interp::rule({{1, 0, vType, 1}}, {interp::select(0, 1, consel)});
+            rule.ruleNo = 10 * vType + consel;
+            addRule(rule);
+        }
+    engines::ModeStudies calculation(s.network, s.modes);
+    const auto results = engines::evaluateRules(s, calculation);
+    ASSERT_EQ(results.settings.size(), 4u);
+    for (const bool zero : {false, true}) {
+        const auto behind = [&](std::set<int> out) {
+            out.insert(1);
+            return 484 * std::abs(Witness(zero, out, {6, 0}).drivingPoint());
+        };
+        const auto [least, most] = std::minmax({behind({}), behind({4})});
+        ASSERT_GT(most, least * 1.0001);
+        EXPECT_NEAR(results.settings[zero ? 1 : 0].values.at(0), most, 1e-7);
+        EXPECT_NEAR(results.settings[zero ? 3 : 2].values.at(0), least, 1e-7);
+    }
+    EXPECT_TRUE(results.choices.empty());
+}
+
+TEST_F(MeshedNetwork, TheNumberOfThreadsChangesNothing) {
+    std::vector<exchange::FaultRow> rows{{1, 2, 4, 3, 0, 1, "0", "0"}, {2, 2, 4, 3, 60, 4, "0", "0.01"}};
+    for (const int line : {3, 5, 6}) addOutage(20 + line, line, rows);
+    std::vector<exchange::RuleFault> faults;
+    for (const exchange::FaultRow& row : rows) faults.push_back({1, row});
+    int rno = 1;
+    for (const Line& l : kLines)
+        for (const int side : {1, 2}) {
+            interp::addRelay(s, interp::relayBlock(++rno, l.i, l.j, l.id, side), {10, 0.5});
+            interp::addMainBranch(s, rno, l.i, l.j, l.id, side, {1, 2}, rows);
+            s.groups.push_back({rno, 1, {{1000, 0, {1, 2}, false, faults}, {1001, 0, {1, 2}, false, {}}}});
+        }
+    s.rules.emplace(1000, interp::rule({{1, 1, 8, 1}, {2, 1, 21, 1}}, {interp::select(1, 1, 1)}));
+    s.rules.emplace(1001, interp::rule({{1, 21, 451, 1}, {2, 31, 453, 1}}, {interp::select(21, 1, 2)}));
+    s.rules.at(1001).ruleNo = 1001;
+    const auto textOf = [&](int threads) {
+        engines::ModeStudies calculation(s.network, s.modes);
+        const auto results = engines::evaluateRules(s, calculation, threads);
+        std::string text;
+        for (const auto& r : results.settings) text += exchange::format(r);
+        for (const auto& r : results.choices) text += exchange::format(r);
+        for (const auto& r : results.coefficients) text += exchange::format(r);
+        for (const std::string& note : results.notes) text += note + '\n';
+        return text;
+    };
+    const std::string one = textOf(1);
+    EXPECT_GT(std::ranges::count(one, '\n'), 60);
+    for (const int threads : {2, 5, 0}) EXPECT_EQ(textOf(threads), one) << threads;
+}
+
 TEST_F(MeshedNetwork, BranchCoefficientsAreThoseOfTheDenseSolution) {
     std::vector<exchange::FaultRow> rows{{1, 2, 4, 3, 0, 1, "0", "0"}, {2, 2, 4, 3, 60, 1, "0", "0"}};
     addOutage(21, 6, rows);

@@ -177,6 +177,18 @@ TEST_F(Modes, TransformersBehindAreMeasuredFromTheEntryNodeToTheFarOne) {
         << "the zero sequence ends in winding 23, and winding 22 has no resistance either: the first stands";
 }
 
+TEST_F(Modes, BranchesAtABusRelayAreCandidatesByTheirKind) {
+    own = &addRelay(s, relayBlock(4, 3, 3, 0, 1, "bus  bus"));
+    const RuleResult lines = run(rule({{1, 41, 104, 2}, {2, 42, 104, 3}}, {select(41, 1, 1), select(42, 2, 2)}));
+    EXPECT_NEAR(lines.outputs.at(0), 0.1 * kOhm220, 1e-9) << "line 1, seen from its J end";
+    EXPECT_NEAR(lines.outputs.at(1), 0.06 * kOhm220, 1e-9) << "the winding itself, not what lies beyond";
+    const Choice &line = lines.choices.at(0), &winding = lines.choices.at(1);
+    EXPECT_THAT((std::vector{line.modeNo, line.nSela, line.nSelb, line.nSelc}), ElementsAre(41, 2, 3, 1));
+    EXPECT_THAT((std::vector{winding.modeNo, winding.nSela, winding.nSelb, winding.nSelc}), ElementsAre(42, 7, 3, 21));
+    own = &addRelay(s, relayBlock(5, 2, 2, 0, 1, "G1  A  type"));
+    EXPECT_THAT(run(rule({{1, 45, 109, 2}})).outputs, ElementsAre(50)) << "a generator's node has line 1";
+}
+
 TEST_F(Modes, CoordinatedSettingsOfAPartNotSetYetAreNoCandidates) {
     addRelay(s, relayBlock(2, 3, 4, 2, 1), {0, 0.3, 0, 25});
     EXPECT_THAT(run(rule({{1, 31, 401, 1}}, {select(31, 1, 2)})).reason,

@@ -3,6 +3,7 @@
 
 #include "engines/network/SectionGraph.h"
 #include "engines/order/RelayDependencies.h"
+#include "engines/order/TurnOrder.h"
 #include "exchange/ControlFile.h"
 #include "exchange/FileNames.h"
 #include "exchange/ResultFiles.h"
@@ -67,6 +68,24 @@ TEST(RelayDependenciesTest, LeavesOutWhatIsNotValidOrNotInTheNetwork) {
     notValid.valid = 0;
     const auto found = dependencies({relay(1, 1, 2, 3, 1), notValid, relay(3, 77, 2, 3, 1)});
     EXPECT_THAT(found, ElementsAre(IsEmpty(), IsEmpty(), IsEmpty()));
+}
+
+TEST(RelayDependenciesTest, ParallelLinesAndThreeWindingTransformersMakeLoops) {
+    auto n = network();
+    n.lines.push_back({4, 2, 3, 0, .1, 0, .3, 1, 0, 0});
+    n.lines.push_back({5, 5, 4, 0, .1, 0, .3, 1, 0, 0});
+    const auto orderOf = [&](const std::vector<exchange::RelayBlock>& relays) {
+        std::vector<int> numbers;
+        for (const auto& block : relays) numbers.push_back(block.rno);
+        return turnOrder(numbers, relayDependencies(relays, sectionGraph(n, {})));
+    };
+    const auto parallel =
+        orderOf({relay(4, 4, 2, 3, 2), relay(2, 1, 2, 3, 2), relay(3, 4, 2, 3, 1), relay(1, 1, 2, 3, 1)});
+    EXPECT_EQ(parallel.breakRelays, 2) << "either way round the two lines";
+    EXPECT_THAT(parallel.order, ElementsAre(1, 2, 3, 4));
+    const auto star = orderOf({relay(8, 5, 5, 4, 1), relay(7, 11, 9, 4, 2), relay(6, 12, 9, 5, 2)});
+    EXPECT_EQ(star.breakRelays, 1) << "from 4 through the transformer to 5 and back along the line";
+    EXPECT_THAT(star.order, ElementsAre(7, 6, 8));
 }
 
 class TurnOrderProgram : public TemporaryDirectory {
