@@ -53,6 +53,17 @@ class LargeStudy {
         for (const auto& [name, bytes] : files) exchange::replace(directory / name, bytes);
     }
 
+    /// RELAY.R1 with relays at both ends of the first lines.
+    [[nodiscard]] std::string relaysAtBothEnds(std::size_t count) const {
+        std::string text;
+        for (std::size_t i = 0; i < count; ++i) {
+            const auto& line = data_.lines[i / 2];
+            text += exchange::format(
+                relay(static_cast<int>(i) + 1, {line.idNo, line.iNo, line.jNo}, static_cast<int>(i % 2) + 1));
+        }
+        return text;
+    }
+
   private:
     struct Edge {
         int idNo, iNo, jNo;
@@ -98,14 +109,14 @@ class LargeStudy {
     }
     [[nodiscard]] std::string relays() const {
         std::string text;
-        for (std::size_t i = 0; i < relays_.size(); ++i) {
-            exchange::RelayBlock block;
-            block.rno = static_cast<int>(i) + 1, block.label = "L  N  T";
-            block.iNo = relays_[i].iNo, block.jNo = relays_[i].jNo, block.idNo = relays_[i].idNo;
-            block.parts.assign(3, {"12.5", "0.3", "0.67", "40"});
-            text += exchange::format(block);
-        }
+        for (std::size_t i = 0; i < relays_.size(); ++i)
+            text += exchange::format(relay(static_cast<int>(i) + 1, relays_[i], 1));
         return text;
+    }
+    static exchange::RelayBlock relay(int rno, const Edge& edge, int side) {
+        exchange::RelayBlock block{1, rno, "L  N  T", edge.iNo, edge.jNo, edge.idNo, side, {}};
+        block.parts.assign(3, {"12.5", "0.3", "0.67", "40"});
+        return block;
     }
     [[nodiscard]] std::string modes() const {
         std::string text;

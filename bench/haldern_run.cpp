@@ -10,12 +10,14 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "bench/LargeStudy.h"
+#include "bench/RealTimeFile.h"
 #include "engines/network/SectionGraph.h"
 #include "engines/rules/SettingRun.h"
 #include "exchange/ControlFile.h"
@@ -23,7 +25,9 @@
 #include "exchange/MainBranchFile.h"
 #include "exchange/ModeFile.h"
 #include "exchange/NetworkFiles.h"
+#include "exchange/RealTimeNameFile.h"
 #include "exchange/RelayFile.h"
+#include "exchange/ResultFiles.h"
 #include "exchange/RuleFaultFile.h"
 #include "exchange/RuleFile.h"
 #include "exchange/TextFile.h"
@@ -184,16 +188,23 @@ void runAfterAnother(benchmark::State& state) {
 }
 BENCHMARK(runAfterAnother)->Arg(4)->Arg(11)->Unit(benchmark::kMillisecond);
 
-/// The input of a run on a public network; empty without the folder that MORVANE_SHARED_NETWORKS names.
-const std::filesystem::path& publicStudy() {
-    static const Directory directory;
-    static const bool written = [] {
+/// The public network; nothing without the folder that MORVANE_SHARED_NETWORKS names.
+const std::optional<bench::LargeStudy>& publicNetwork() {
+    static const auto study = []() -> std::optional<bench::LargeStudy> {
         const char* folder = std::getenv("MORVANE_SHARED_NETWORKS");
         std::ifstream in(std::filesystem::path(folder ? folder : "") / "matpower/case9241pegase.m");
-        if (in) bench::LargeStudy({std::istreambuf_iterator<char>(in), {}}).writeTo(directory.path());
-        return in.good();
+        if (!in) return std::nullopt;
+        return bench::LargeStudy({std::istreambuf_iterator<char>(in), {}});
     }();
+    return study;
+}
+
+/// The input of a run on it; empty without the folder that MORVANE_SHARED_NETWORKS names.
+const std::filesystem::path& publicStudy() {
+    static const Directory directory;
     static const std::filesystem::path none;
+    if (!publicNetwork()) return none;
+    static const bool written = (publicNetwork()->writeTo(directory.path()), true);
     return written ? directory.path() : none;
 }
 
@@ -222,6 +233,26 @@ void largeProgram(benchmark::State& state, const char* program) {
     if (!ready(state)) return;
     for (auto _ : state)
         if (start(program, publicStudy()) != 0) state.SkipWithError("the program has failed");
+}
+/// Relays at both ends of 4500 lines.
+void largeOrder(benchmark::State& state) {
+    if (!ready(state)) return;
+    const Directory directory("order");
+    publicNetwork()->writeTo(directory.path());
+    exchange::replace(directory.path() / file::kRelays, publicNetwork()->relaysAtBothEnds(9000));
+    for (auto _ : state)
+        if (start(file::kOrderProgram, directory.path()) != 0) state.SkipWithError("the program has failed");
+    const auto order =
+        exchange::parseTurnOrder(exchange::readAll(directory.path() / file::kTurnOrder), file::kTurnOrder);
+    state.counters["breaks"] = order.breakRelays;
+}
+void largeConversion(benchmark::State& state) {
+    if (!ready(state)) return;
+    const Directory directory("convert");
+    bench::writeRealTimeTables(directory.path() / "tables.db", publicNetwork()->network());
+    exchange::replace(directory.path() / file::kRealTimeName, exchange::format(exchange::RealTimeName{"net", "."}));
+    for (auto _ : state)
+        if (start(file::kConverterProgram, directory.path()) != 0) state.SkipWithError("the program has failed");
 }
 /// Start and end of a process: nothing is to be read.
 void emptyProgram(benchmark::State& state) {
@@ -281,6 +312,8 @@ void largeWrite(benchmark::State& state) {
     for (auto _ : state) exchange::writeNetwork(target.path(), data);
 }
 BENCHMARK_CAPTURE(largeProgram, haldern, file::kEngineProgram)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(largeOrder)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(largeConversion)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(emptyProgram)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(largeRead)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(largeBuild)->Unit(benchmark::kMillisecond)->UseRealTime();

@@ -202,6 +202,20 @@ TEST_F(Haldern, WhatTheNetworkDoesNotHaveIsLeftOutAndTold) {
     EXPECT_THAT(said, HasSubstr("relay 13, part 1, rule 1102: no result: RELAY.R1 does not have the relay"));
 }
 
+TEST_F(Haldern, AFullDiskLeavesTheResultsOfTheRunBeforeAsTheyAre) {
+    ASSERT_EQ(run(), 0);
+    const std::string before = allResults();
+    auto rules = group();
+    for (int i = 0; i < 60; ++i) rules.sections.push_back(rules.sections[0]);
+    write(file::kRuleFaults, exchange::format(rules));
+    const EngineRun ended = runEngine(file::kEngineProgram, directory, "trap '' XFSZ; ulimit -f 1;");
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(ended.error, "RELAY.RP1: cannot be written\n");
+    EXPECT_EQ(allResults(), before);
+    for (const auto& entry : std::filesystem::directory_iterator(directory))
+        EXPECT_NE(entry.path().extension(), ".new") << entry.path();
+}
+
 // The generator alone feeds the fault; what the line carried before comes on top, the load staying as it was.
 TEST_F(Haldern, ALoadFlowStandsBeforeTheFaultOnlyWhereTheCaseIsOne) {
     auto data = network();

@@ -98,6 +98,13 @@ TEST_F(NetworkFilesTest, ReadingTellsFileAndLineOfWhatIsWrong) {
     EXPECT_EQ(messageOfReading(), "ST.S3: cannot be read");
 }
 
+TEST_F(NetworkFilesTest, ASetThatIsNotWrittenToItsEndIsNoNetwork) {
+    writeNetwork(directory, sample());
+    fs::create_directory(directory / "ST.S3.new");  // in the way of the file that is written aside
+    EXPECT_THROW(writeNetwork(directory, sample()), FormatError);
+    EXPECT_EQ(messageOfReading(), "LF.L0: cannot be read");
+}
+
 TEST_F(NetworkFilesTest, WhatCannotBeReadBackIsNotWritten) {
     auto n = sample();
     n.lines[0].x0 = std::numeric_limits<double>::quiet_NaN();
