@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/host/Text.h"
 #include "platform/rtdb/dbDatabase.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/BranchTable.h"
@@ -198,7 +199,7 @@ void addVirtualRelays(LabelSet& labels, const NetworkFilter& filter) {
     query.exec("SELECT DISTINCT ID_Name,I_Name,J_Name,Side FROM RLY_DUMRLY");
     while (query.next()) {
         const Location at = locationOf(query);
-        if (filter.passes(at)) labels.addVirtual(at, "虚拟保护");
+        if (filter.passes(at)) labels.addVirtual(at, Text::tr("虚拟保护"));
     }
 }
 

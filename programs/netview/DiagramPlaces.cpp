@@ -1,7 +1,6 @@
 #include "programs/netview/DiagramPlaces.h"
 
-#include <QCoreApplication>
-
+#include "platform/host/Text.h"
 #include "platform/rtdb/CaseRecords.h"
 #include "platform/rtdb/dbCursor.h"
 #include "platform/rtdb/dbDatabase.h"
@@ -25,11 +24,6 @@ enum ElementCode { Bus = 0, Line = 6, ThreeWindings = 12 };
 
 DiagramPlace busPlace(const QString& node) { return {{node, node, node, 1}, Bus}; }
 
-/// Texts of the dock.
-struct Told {
-    Q_DECLARE_TR_FUNCTIONS(DiagramPlaces)
-};
-
 std::nullopt_t refuse(const QString& text) {
     ReportError(text, 1);
     return std::nullopt;
@@ -37,11 +31,11 @@ std::nullopt_t refuse(const QString& text) {
 
 std::optional<DiagramPlace> placeOfBus(const CHandleGraphInfo& bus) {
     if (bus.nodeKind == 1 || bus.nodeKind == 3) return busPlace(bus.name);
-    if (bus.nodeKind != 0) return refuse(Told::tr("普通节点上不能装设保护"));
+    if (bus.nodeKind != 0) return refuse(Text::tr("普通节点上不能装设保护"));
     sql::Query query;
     query.exec("SELECT Node_Name FROM CDB_NODEBAK WHERE Bus_Name=? AND ISPhyBus=1", {bus.name});
     if (query.size() == 1 && query.next()) return busPlace(query.text(0));
-    return refuse(Told::tr("只有在仅有一条物理母线与该母线对应时，才能从单线图上为该母线装设保护"));
+    return refuse(Text::tr("只有在仅有一条物理母线与该母线对应时，才能从单线图上为该母线装设保护"));
 }
 
 /// The query for an element's two nodes; null for a kind of element that carries no relays.
@@ -90,7 +84,7 @@ std::optional<DiagramPlace> placeOfElement(const CHandleGraphInfo& element) {
     if (!text) return std::nullopt;
     sql::Query query;
     query.exec(text, {element.name});
-    if (!query.next()) return refuse(Told::tr("元件数据有误，不能启动保护装设对话框"));
+    if (!query.next()) return refuse(Text::tr("元件数据有误，不能启动保护装设对话框"));
     return DiagramPlace{{element.name, query.text(0), query.text(1), sideOf(element)}, element.type};
 }
 
@@ -109,13 +103,13 @@ QStringList coordinationLines(const DiagramPlace& place) {
         if (query.number(0) != relay) {
             relay = query.number(0);
             part = -1;
-            lines << Told::tr("  %1的配合关系:").arg(query.text(1));
+            lines << Text::tr("  %1的配合关系:").arg(query.text(1));
         }
         if (query.number(2) != part) {
             part = query.number(2);
-            lines << Told::tr("    %1段与以下保护配合:  ").arg(part);
+            lines << Text::tr("    %1段与以下保护配合:  ").arg(part);
         }
-        lines << Told::tr("      %1  %2  %3段  ").arg(partnerName(query), query.text(9), query.text(10));
+        lines << Text::tr("      %1  %2  %3段  ").arg(partnerName(query), query.text(9), query.text(10));
     }
     return lines;
 }

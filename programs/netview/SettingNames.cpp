@@ -1,18 +1,12 @@
 #include "programs/netview/SettingNames.h"
 
-#include <QCoreApplication>
-
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/TableNames.h"
 
 namespace {
 
 constexpr int kLongestName = 20;
-
-/// Texts of the dock.
-struct Told {
-    Q_DECLARE_TR_FUNCTIONS(SettingNames)
-};
 
 }  // namespace
 
@@ -34,10 +28,10 @@ QVector<NamedSetting> SettingNames::of(int rTypeNo) {
 
 QString SettingNames::whyNot(const QVector<NamedSetting>& settings) {
     for (const NamedSetting& setting : settings)
-        if (setting.name.trimmed().isEmpty()) return Told::tr("定值名不能为空");
+        if (setting.name.trimmed().isEmpty()) return Text::tr("定值名不能为空");
     for (const NamedSetting& setting : settings) {
         const QString why = sql::whyNotStorable(setting.name, kLongestName);
-        if (!why.isEmpty()) return Told::tr("定值名%1不能保存: %2").arg(setting.name, why);
+        if (!why.isEmpty()) return Text::tr("定值名%1不能保存: %2").arg(setting.name, why);
     }
     return {};
 }

@@ -51,6 +51,11 @@ QVector<Row> rowsOf(const QTableWidget& table) {
     return rows;
 }
 
+void setHeads(QTableWidget& table, const QString& name, const QString& number) {
+    table.setHorizontalHeaderLabels({name, number, {}});
+    table.setColumnWidth(Number, table.horizontalHeader()->sectionSizeHint(Number) + 24);
+}
+
 void toggle(QTableWidget& table, int row) {
     QVector<Row> rows = rowsOf(table);
     DisplayConfiguration::toggle(rows, row);
@@ -63,7 +68,6 @@ void setUp(QTableWidget& table) {
     table.verticalHeader()->hide();
     table.horizontalHeader()->setHighlightSections(false);
     table.horizontalHeader()->setSectionResizeMode(Name, QHeaderView::Stretch);
-    table.horizontalHeader()->setSectionResizeMode(Number, QHeaderView::ResizeToContents);
     table.setSelectionBehavior(QAbstractItemView::SelectRows);
     table.setSelectionMode(QAbstractItemView::SingleSelection);
     table.setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -117,8 +121,8 @@ void WinDlgSetDsp::languageChange() {
     radioButton_NoDsp->setText(tr("不显示"));
     checkBox_DspAss->setText(tr("提示保护配合"));
     checkBox_DspLoc->setText(tr("显示保护类型"));
-    table_RlyType->setHorizontalHeaderLabels({tr("保护类型"), tr("保护显示顺序"), {}});
-    table_RlyDz->setHorizontalHeaderLabels({tr("定值名称"), tr("定值显示顺序"), {}});
+    setHeads(*table_RlyType, tr("保护类型"), tr("保护显示顺序"));
+    setHeads(*table_RlyDz, tr("定值名称"), tr("定值显示顺序"));
     pushButton_Ensure->setText(tr("确定"));
     pushButton_Cancel->setText(tr("取消"));
 }
