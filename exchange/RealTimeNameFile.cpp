@@ -13,7 +13,7 @@ RealTimeName parseRealTimeName(std::string_view text, const std::string& file) {
     Lines lines(text, file);
     if (!lines.next()) throw FormatError(file, 0, "is empty");
     const auto line = lines.line();
-    const auto between = line.find(kBetween);
+    const auto between = line.find(kBetween, 1);
     const auto last = line.rfind('"');
     if (!line.starts_with('"') || between == std::string_view::npos || last < between + kBetween.size())
         throw FormatError(file, 1, "a name and a path in quotes are expected");

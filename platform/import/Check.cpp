@@ -15,6 +15,8 @@ using enum Finding::Kind;
 namespace {
 
 constexpr double smallestReactance = 1e-6;  ///< per unit, in place of an impedance that is zero
+constexpr double largestImpedance = 1e12;   ///< per unit; more is a slip, and squares of it would soon overflow
+constexpr double smallestKv = 1e-3, largestKv = 1e4;
 
 void came(const host::NetworkModel& model, Report& report) {
     const std::array<std::pair<const char*, std::size_t>, 13> counts{{{"厂站", model.stations.size()},
@@ -90,9 +92,10 @@ void checkReferences(const host::NetworkModel& model, const NameCheck& nodes) {
 }
 
 /// An impedance that is zero becomes the smallest reactance.
-/// \throws ImportError for one that is not finite
+/// \throws ImportError for one that is not finite or beyond every measure
 void repair(Tally& tally, const char* kind, const std::string& name, double& r, double& x) {
     if (!std::isfinite(r) || !std::isfinite(x)) throw ImportError("", 0, "“" + name + "”：阻抗不是有限的数");
+    if (std::hypot(r, x) > largestImpedance) throw ImportError("", 0, "“" + name + "”：阻抗过大");
     if (std::hypot(r, x) >= smallestReactance) return;
     r = 0, x = smallestReactance;
     tally.note(Changed, kind, "阻抗为零，改为 j1e-6", name);
@@ -109,6 +112,24 @@ void checkLines(host::NetworkModel& model, Tally& tally) {
     }
 }
 
+/// What the calculation would refuse. \pre  lines are checked
+void checkMutuals(host::NetworkModel& model, Tally& tally) {
+    std::unordered_map<std::string, double> z0;
+    for (const auto& line : model.lines) z0[line.name] = std::hypot(line.r0, line.x0);
+    std::erase_if(model.mutuals, [&](const host::Mutual& m) {
+        const auto fail = [&](const char* what) {
+            throw ImportError("", 0, "“" + m.first + "”与“" + m.second + "”的互感：" + what);
+        };
+        if (m.first == m.second) fail("线路与自身不能有互感");
+        if (!z0.contains(m.first) || !z0.contains(m.second)) fail("没有这条线路");
+        if (!(m.firstFrom < m.firstTo) || !(m.secondFrom < m.secondTo)) fail("耦合段没有长度");
+        const double zm = std::hypot(m.r0, m.x0);
+        if (!(zm * zm < z0[m.first] * z0[m.second])) fail("不小于线路本身的零序阻抗");
+        if (zm == 0) tally.note(Changed, "互感", "为零，不导入", m.first);
+        return zm == 0;
+    });
+}
+
 void checkTransformers(host::NetworkModel& model, Tally& tally) {
     for (auto& t : model.transformers2) {
         if (t.x0 == 0) tally.note(Suspicious, "变压器", "x0 = 0", t.name);
@@ -122,6 +143,18 @@ void checkTransformers(host::NetworkModel& model, Tally& tally) {
         }
 }
 
+void checkVoltages(host::NetworkModel& model, Tally& tally) {
+    for (const auto& node : model.nodes)
+        if (!(node.baseKv >= smallestKv && node.baseKv <= largestKv))
+            throw ImportError("", 0, "节点“" + node.name + "”：基准电压不在 0.001 至 10000 kV 之间");
+    for (auto& flow : model.loadFlow)
+        for (auto& state : flow.nodes) {
+            if (state.vMag > 0) continue;
+            state.vMag = 1;
+            tally.note(Changed, "潮流作业", "电压不大于 0，改为 1", state.node);
+        }
+}
+
 void checkSources(host::NetworkModel& model, Tally& tally) {
     for (auto& g : model.generators) {
         repair(tally, "发电机", g.name, g.r1, g.x1);
@@ -129,6 +162,12 @@ void checkSources(host::NetworkModel& model, Tally& tally) {
         if (g.x0 == 0) tally.note(Suspicious, "发电机", "中性点接地而 x0 = 0", g.name);
         repair(tally, "发电机零序", g.name, g.r0, g.x0);
     }
+}
+
+void checkShunts(const host::NetworkModel& model) {
+    for (const auto& s : model.shunts)
+        if (!(std::abs(s.x1) <= largestImpedance) || std::hypot(s.r0, s.x0) > largestImpedance)
+            throw ImportError("", 0, "“" + s.name + "”：阻抗不是有限的数或过大");
 }
 
 /// Voltages that do not belong together, as a slip of a unit or of a node makes them.
@@ -176,9 +215,12 @@ void check(host::NetworkModel& model, const Options&, Report& report) {
     if (model.schemes.empty()) throw ImportError("", 0, "网络没有基础方案");
     came(model, report);
     Tally tally;
+    checkVoltages(model, tally);
     checkLines(model, tally);
+    checkMutuals(model, tally);
     checkTransformers(model, tally);
     checkSources(model, tally);
+    checkShunts(model);
     const VoltageCheck voltages(model, tally);
     checkIslands(model, tally);
     tally.tell(report);

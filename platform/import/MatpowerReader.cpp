@@ -14,6 +14,7 @@ namespace {
 constexpr double baseMva = 100;
 constexpr double defaultBaseKv = 110;       ///< for a bus whose base voltage is 0
 constexpr double smallestImpedance = 1e-6;  ///< per unit; a branch below it becomes this reactance
+constexpr double smallestShuntMvar = 1e-9;  ///< below it there is no shunt
 
 /// Machines have no short-circuit data in this format: Xd'' = X2 = 0.20, X0 = 0.10 on 1.1 max(Pmax, 10) MVA, grounded.
 constexpr double machineX1 = 0.20, machineX0 = 0.10, machineMargin = 1.1, smallestMachineMw = 10;
@@ -72,7 +73,7 @@ class CaseReader {
         if (p != 0 || q != 0) model_.loads.push_back({numbered("LD", number), node, p, q});
         conductances_ += real(case_.bus, row, Gs) != 0;
         const double b = real(case_.bus, row, Bs);
-        if (b == 0) return;
+        if (std::abs(b) < smallestShuntMvar) return;
         host::Shunt shunt;
         shunt.name = numbered("SH", number), shunt.node = node;
         shunt.x1 = -baseMva / b, shunt.x0 = shunt.x1;

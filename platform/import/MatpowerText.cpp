@@ -115,9 +115,11 @@ class CaseParser {
     /// A list of texts in single quotes, a doubled quote inside being one.
     void names(std::vector<std::string>& list) {
         for (; at_ < text_.size() && text_[at_] != '}'; ++at_) {
-            if (text_[at_] == '\n') ++line_;
-            if (text_[at_] == '%') at_ = std::min(text_.find('\n', at_), text_.size()) - 1;
-            if (text_[at_] == '\'') list.push_back(quoted());
+            if (text_[at_] == '%')
+                at_ = std::min(text_.find('\n', at_), text_.size()) - 1;
+            else if (text_[at_] == '\'')
+                list.push_back(quoted());
+            line_ += text_[at_] == '\n';
         }
         if (at_ >= text_.size()) fail(line_, "mpc.bus_name 没有结束");
     }

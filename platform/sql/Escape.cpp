@@ -12,7 +12,7 @@ namespace sql {
 namespace {
 
 QString quotedText(const QSqlDriver& driver, const QString& text) {
-    QSqlField field(QString(), QMetaType(QMetaType::QString));
+    QSqlField field{QString(), QMetaType(QMetaType::QString)};
     field.setValue(text);
     return driver.formatValue(field).replace(QChar(0), QLatin1String("\\0"));
 }
