@@ -35,10 +35,20 @@ struct Owner {
 
 constexpr char kZeroSequence[] = " (zero sequence)";
 
+// Beyond these nothing real lies, and products of values within them neither overflow nor vanish.
+constexpr double kSmallestImpedance = 1e-12, kLargestImpedance = 1e12;  // per unit
+constexpr double kSmallestKv = 1e-3, kLargestKv = 1e4;
+constexpr double kSmallestVoltage = 1e-3, kLargestVoltage = 1e3;  // per unit
+constexpr double kLargestPower = 1e9;                             // MW, Mvar
+
+bool within(double low, double value, double high) { return low <= value && value <= high; }
+
 Complex impedance(Row row, double r, double x, const Owner& owner) {
     const Complex z{r, x};
     if (!std::isfinite(r) || !std::isfinite(x)) fail(row, "impedance of " + owner.text() + " is not finite");
     if (z == Complex{}) fail(row, "impedance of " + owner.text() + " is zero");
+    if (!within(kSmallestImpedance, std::abs(z), kLargestImpedance))
+        fail(row, "impedance of " + owner.text() + " is out of range");
     return z;
 }
 
@@ -84,8 +94,10 @@ class Builder {
 };
 
 void Builder::add(Row row, const exchange::NetBus& bus) {
-    if (!(bus.baseKv > 0) || !std::isfinite(bus.baseKv))
+    if (!within(kSmallestKv, bus.baseKv, kLargestKv))
         fail(row, "bus " + std::to_string(bus.no) + " has no base voltage");
+    if (bus.vMag != 0 && !within(kSmallestVoltage, bus.vMag, kLargestVoltage))
+        fail(row, "voltage of bus " + std::to_string(bus.no) + " is out of range");
     if (!network_.busByNo.emplace(bus.no, static_cast<int>(network_.buses.size())).second) {
         fail(row, "bus " + std::to_string(bus.no) + " appears twice");
     }
@@ -150,6 +162,8 @@ void Builder::add(Row row, const exchange::NetGenerator& generator) {
     if (generator.grounded) source.z0 = impedance(row, generator.r0, generator.x0, name.with(kZeroSequence));
     source.ratedMva = generator.ratedMva;
     source.ratedKv = generator.ratedKv;
+    if (!(std::hypot(generator.pMw, generator.qMvar) <= kLargestPower))
+        fail(row, "power of " + name.text() + " is out of range");
     source.power = Complex{generator.pMw, generator.qMvar} / 100.0;
     network_.sources.push_back(source);
 }
@@ -183,9 +197,12 @@ void Builder::add(Row row, const exchange::NetMutual& mutual) {
     result.firstTo = mutual.firstTo;
     result.secondFrom = mutual.secondFrom;
     result.secondTo = mutual.secondTo;
-    if (!(result.firstFrom < result.firstTo && result.secondFrom < result.secondTo)) {
-        fail(row, "coupled stretch without length: " + name.text());
-    }
+    const auto stretch = [&](double from, double to) {
+        if (!(from < to)) fail(row, "coupled stretch without length: " + name.text());
+        if (!within(0, from, 100) || !within(0, to, 100)) fail(row, "coupled stretch beyond the line: " + name.text());
+    };
+    stretch(result.firstFrom, result.firstTo);
+    stretch(result.secondFrom, result.secondTo);
     const auto self = [&](BranchIndex k) { return std::abs(network_.branches[static_cast<std::size_t>(k.value)].z0); };
     if (std::norm(result.z0) >= self(result.first) * self(result.second)) {
         fail(row, "mutual impedance above that of the lines themselves: " + name.text());

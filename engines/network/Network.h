@@ -111,7 +111,8 @@ std::vector<std::vector<int>> coupledSets(const Network& network);
 /// branches of each coupled set.
 std::shared_ptr<const Ordering> orderingOf(const Network& network);
 
-/// \throws exchange::FormatError when an element names a bus that does not exist, or an impedance is zero or not finite
+/// \throws exchange::FormatError when an element names a bus that does not exist, or an impedance, a voltage, a power
+/// or a coupled stretch is none or beyond every measure
 Network buildNetwork(const exchange::NetworkData& data);
 
 /// One element of an operating mode in positions.

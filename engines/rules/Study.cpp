@@ -96,6 +96,7 @@ void addModeChange(const exchange::ModeElement& element, Study& study) {
     change.second = study.network.bus(BusNo{element.secondNode});
     change.sequence = element.m10 == 1 ? Sequence::Positive : Sequence::Zero;
     change.z = {realNumber(element.r, file, where), realNumber(element.x, file, where)};
+    if (change.z == Complex{}) throw exchange::FormatError(file, 0, where + " has no impedance");
     change.cut = std::abs(change.z.real()) >= kCutImpedance || std::abs(change.z.imag()) >= kCutImpedance;
     const bool shunt = element.firstNode == element.secondNode;
     change.branch = shunt ? groundedBranch(study.network, element.idNo, change.bus)
