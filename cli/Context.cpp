@@ -73,6 +73,4 @@ CalculationPlaces Context::places() const {
             QCoreApplication::applicationDirPath() + "/"};
 }
 
-QString Context::ruleFolder() { return QCoreApplication::applicationDirPath() + "/../share/morvane/rules"; }
-
 }  // namespace cli

@@ -46,8 +46,6 @@ class Context {
     ProjectStore& projects() { return projects_; }
     dbDatabase& realTime() { return realTime_; }
     [[nodiscard]] CalculationPlaces places() const;
-    /// Folder of the rule library that is delivered with the program.
-    [[nodiscard]] static QString ruleFolder();
 
     /// A line on standard error that is no fault.
     void note(const QString& text) { show(text.toUtf8()); }

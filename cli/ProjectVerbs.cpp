@@ -28,7 +28,7 @@ void create(Context& context, const Names& names) {
     if (!context.openServer()) return;
     const QString name = QString::fromStdString(names.name);
     if (names.replace && context.projects().names().contains(name) && !removeClaimed(context, name)) return;
-    const auto project = context.projects().create(name, Context::ruleFolder());
+    const auto project = context.projects().create(name, deliveredFolder("rules"));
     if (!project) context.exitCode = BadInput;
     if (project && !context.json) print("已建立工程 " + name + "，目录 " + project->directory + "\n");
 }

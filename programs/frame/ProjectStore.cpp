@@ -1,5 +1,6 @@
 #include "programs/frame/ProjectStore.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QLockFile>
@@ -88,6 +89,10 @@ class ChangeLock {
 QString Project::realTimeFile() const {
     const exchange::RealTimeName at{realTimeName.toStdString(), (directory + realTimeName).toStdString()};
     return QString::fromStdString(exchange::realTimeFile(at));
+}
+
+QString deliveredFolder(const QString& name) {
+    return QCoreApplication::applicationDirPath() + "/../share/morvane/" + name;
 }
 
 ProjectStore::ProjectStore(const QString& folder) : folder_(folder) {

@@ -16,6 +16,9 @@ struct Project {
     [[nodiscard]] QString realTimeFile() const;
 };
 
+/// A folder of the data that is delivered with the programs: "rules", "networks/demo".
+QString deliveredFolder(const QString& name);
+
 /// The projects below a folder. A project exists when its directory does: a directory ".part-<name>" marks one whose
 /// creation or deletion was cut off, and is cleared away with its databases by the next change. Failures are told in
 /// the dock.

@@ -1,0 +1,125 @@
+#include "shell/Appearance.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QIconEngine>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmap>
+#include <QStyle>
+#include <QStyleFactory>
+#include <QSvgRenderer>
+#include <QTranslator>
+
+namespace shell {
+
+namespace {
+
+/// Drawings use currentColor, which takes the text colour of the palette.
+class DrawingEngine : public QIconEngine {
+  public:
+    explicit DrawingEngine(const QString& name) : name_(name) {
+        QFile file(":/icons/" + name + ".svg");
+        if (file.open(QIODevice::ReadOnly)) drawing_ = file.readAll();
+    }
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+        const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+        const auto role = mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::WindowText;
+        QByteArray drawing = drawing_;
+        drawing.replace("currentColor", QApplication::palette().color(group, role).name().toUtf8());
+        QSvgRenderer(drawing).render(painter, rect);
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+        return pixmap;
+    }
+    QIconEngine* clone() const override { return new DrawingEngine(name_); }
+
+  private:
+    QString name_;
+    QByteArray drawing_;
+};
+
+struct Shades {
+    QColor window, base, alternate, button, text, disabled, highlight, highlighted, link, tip, tipText, mid;
+};
+
+QPalette paletteOf(const Shades& shades) {
+    QPalette palette(shades.button, shades.window);
+    palette.setColor(QPalette::Window, shades.window);
+    palette.setColor(QPalette::Base, shades.base);
+    palette.setColor(QPalette::AlternateBase, shades.alternate);
+    palette.setColor(QPalette::Button, shades.button);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(role, shades.text);
+        palette.setColor(QPalette::Disabled, role, shades.disabled);
+    }
+    palette.setColor(QPalette::PlaceholderText, shades.disabled);
+    palette.setColor(QPalette::Highlight, shades.highlight);
+    palette.setColor(QPalette::HighlightedText, shades.highlighted);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, shades.mid);
+    palette.setColor(QPalette::Disabled, QPalette::HighlightedText, shades.disabled);
+    palette.setColor(QPalette::Link, shades.link);
+    palette.setColor(QPalette::LinkVisited, shades.link);
+    palette.setColor(QPalette::ToolTipBase, shades.tip);
+    palette.setColor(QPalette::ToolTipText, shades.tipText);
+    palette.setColor(QPalette::Mid, shades.mid);
+    return palette;
+}
+
+QPalette lightPalette() {
+    return paletteOf({0xf3f4f6, 0xffffff, 0xf0f3f7, 0xe9ebef, 0x1b1f24, 0x767d87, 0x1f5fa8, 0xffffff, 0x1a5cae,
+                      0xfffbe6, 0x1b1f24, 0xc3c8cf});
+}
+
+QPalette darkPalette() {
+    return paletteOf({0x24272c, 0x1b1d21, 0x22252a, 0x30343a, 0xe6e8eb, 0x8b929c, 0x2f6fb8, 0xffffff, 0x7db7f5,
+                      0x3a3f46, 0xe6e8eb, 0x4a5058});
+}
+
+void install(QApplication& application, const QString& file, const QString& folder) {
+    auto* translator = new QTranslator(&application);
+    translator->setObjectName("language");
+    if (translator->load(file, folder))
+        QApplication::installTranslator(translator);
+    else
+        delete translator;
+}
+
+}  // namespace
+
+QIcon icon(const QString& name) { return QIcon(new DrawingEngine(name)); }
+
+void applyTheme(QApplication& application, Theme theme) {
+    static const QPalette system = QApplication::palette();
+    if (application.style()->name().compare("fusion", Qt::CaseInsensitive) != 0)
+        QApplication::setStyle(QStyleFactory::create("Fusion"));
+    const bool dark = theme == Theme::Dark || (theme == Theme::System && system.window().color().lightness() < 128);
+    QApplication::setPalette(dark ? darkPalette() : lightPalette());
+}
+
+QString languageInUse(const QString& setting) {
+    if (!setting.isEmpty()) return setting;
+    // a system without a language of its own gets the language that the program was written in
+    const QLocale::Language system = QLocale::system().language();
+    return system == QLocale::Chinese || system == QLocale::C ? "zh" : "en";
+}
+
+void applyLanguage(QApplication& application, const QString& language) {
+    for (QTranslator* old : application.findChildren<QTranslator*>("language")) delete old;
+    const QString chosen = languageInUse(language);
+    QLocale::setDefault(QLocale(chosen == "zh" ? "zh_CN" : "en_US"));
+    install(application, chosen == "zh" ? "qtbase_zh_CN" : "qtbase_en",
+            QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    if (chosen != "en") return;
+    for (const QString& file : QDir(":/i18n").entryList({"*_en.qm"})) install(application, file, ":/i18n");
+}
+
+}  // namespace shell

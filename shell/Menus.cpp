@@ -1,0 +1,186 @@
+#include "shell/Menus.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QRegularExpression>
+
+#include "shell/Appearance.h"
+
+namespace shell {
+
+namespace {
+
+enum Need { Nothing, OpenProject, EditingMode, CalculatingMode, AnyMode };
+
+struct MenuRow {
+    const char* menu;
+    const char* caption;
+};
+struct ActionRow {
+    const char* menu;
+    const char* name;  ///< empty: a line between groups
+    const char* caption;
+    const char* icon;
+    const char* keys;
+    Need need;
+};
+
+#define CAPTION(text) QT_TRANSLATE_NOOP("shell::Menus", text)
+
+constexpr MenuRow kMenus[] = {
+    {"file", CAPTION("文件(&F)")},      {"view", CAPTION("视图(&V)")},  {"relays", CAPTION("保护(&R)")},
+    {"calculate", CAPTION("计算(&C)")}, {"tools", CAPTION("工具(&T)")}, {"help", CAPTION("帮助(&H)")},
+};
+
+constexpr ActionRow kActions[] = {
+    {"file", "new", CAPTION("新建工程(&N)…"), "new", "Ctrl+N", Nothing},
+    {"file", "open", CAPTION("打开工程(&O)…"), "open", "Ctrl+O", Nothing},
+    {"file", "recent", CAPTION("最近的工程(&R)"), "", "", Nothing},
+    {"file", "demo", CAPTION("示例工程(&D)"), "demo", "", Nothing},
+    {"file", "", "", "", "", Nothing},
+    {"file", "import", CAPTION("导入网络(&I)…"), "import", "Ctrl+I", OpenProject},
+    {"file", "save_as", CAPTION("另存为(&A)…"), "save-as", "Ctrl+Shift+S", OpenProject},
+    {"file", "close", CAPTION("关闭工程(&C)"), "close", "Ctrl+W", OpenProject},
+    {"file", "", "", "", "", Nothing},
+    {"file", "export", CAPTION("导出图(&E)…"), "export", "Ctrl+E", OpenProject},
+    {"file", "print", CAPTION("打印图(&P)…"), "print", "Ctrl+P", OpenProject},
+    {"file", "", "", "", "", Nothing},
+    {"file", "quit", CAPTION("退出(&Q)"), "quit", "Ctrl+Q", Nothing},
+    {"view", "find", CAPTION("查找元件(&F)…"), "find", "Ctrl+F", OpenProject},
+    {"view", "", "", "", "", Nothing},
+    {"view", "fit", CAPTION("全图(&A)"), "fit", "Home", OpenProject},
+    {"view", "zoom_in", CAPTION("放大(&I)"), "zoom-in", "Ctrl++", OpenProject},
+    {"view", "zoom_out", CAPTION("缩小(&O)"), "zoom-out", "Ctrl+-", OpenProject},
+    {"view", "", "", "", "", Nothing},
+    {"view", "messages", CAPTION("消息窗口(&M)"), "messages", "F8", Nothing},
+    {"view", "toolbar", CAPTION("工具栏(&T)"), "", "", Nothing},
+    {"relays", "RlyEditSetRlyAction", CAPTION("保护设置(&S)…"), "", "", EditingMode},
+    {"relays", "RlyEditSetAllRlyAction", CAPTION("批量装设保护(&B)…"), "", "", EditingMode},
+    {"relays", "RlyEditSetDumRlyAction", CAPTION("自动装设虚拟保护(&V)"), "", "", EditingMode},
+    {"relays", "RlySetCopRlyAction", CAPTION("保护配合关系(&C)…"), "", "", AnyMode},
+    {"relays", "", "", "", "", Nothing},
+    {"relays", "RlyEditEditSysAction", CAPTION("运行方式(&M)…"), "", "", EditingMode},
+    {"relays", "RlyEditEditFzxsAction", CAPTION("分支系数故障(&F)…"), "", "", EditingMode},
+    {"relays", "", "", "", "", Nothing},
+    {"relays", "RlyDspSetAction", CAPTION("显示设置(&D)…"), "", "F6", AnyMode},
+    {"relays", "RlyEditSelectRTypeAction", CAPTION("显示的保护类型(&T)…"), "", "", EditingMode},
+    {"relays", "RlyEditSetDzNameAction", CAPTION("定值显示名称(&N)…"), "", "", EditingMode},
+    {"relays", "", "", "", "", Nothing},
+    {"relays", "RlySetUserAction", CAPTION("用户管理(&U)…"), "", "", AnyMode},
+    {"calculate", "RlyCalCalAction", CAPTION("整定计算(&C)…"), "", "F9", CalculatingMode},
+    {"calculate", "RlyCalBuildDzdAction", CAPTION("定值单(&S)…"), "", "", CalculatingMode},
+    {"tools", "settings", CAPTION("设置(&S)…"), "settings", "Ctrl+,", Nothing},
+    {"help", "shortcuts", CAPTION("快捷键(&K)"), "", "F1", Nothing},
+    {"help", "about", CAPTION("关于(&A)"), "info", "", Nothing},
+};
+
+QString caption(const char* text) { return QCoreApplication::translate("shell::Menus", text); }
+
+bool isOfModule(const ActionRow& row) { return row.need >= EditingMode; }
+
+/// Why an action that needs something is off.
+QString needText(Need need) {
+    switch (need) {
+        case OpenProject:
+        case AnyMode:
+            return caption(CAPTION("先打开一个工程"));
+        case EditingMode:
+            return caption(CAPTION("在工具栏中选“保护编辑”方式后可用"));
+        case CalculatingMode:
+            return caption(CAPTION("在工具栏中选“保护整定”方式后可用"));
+        default:
+            return {};
+    }
+}
+
+QString withoutMnemonic(QString text) {
+    static const QRegularExpression mark("\\(&.\\)|…");
+    return text.remove(mark).remove('&');
+}
+
+}  // namespace
+
+Menus::Menus(QMenuBar* bar) : QObject(bar) {
+    for (const MenuRow& row : kMenus) {
+        QMenu* menu = menus_[row.menu] = bar->addMenu(QString());
+        menu->setObjectName(QString("menu_") + row.menu);
+        menu->setToolTipsVisible(true);
+    }
+    for (int row = 0; row < int(std::size(kActions)); ++row) addRow(row);
+    for (const char* name : {"messages", "toolbar"}) (*this)[name]->setCheckable(true);
+    recent_ = new QMenu(bar);
+    recent_->setObjectName("menu_recent");
+    (*this)["recent"]->setMenu(recent_);
+    languageChange();
+}
+
+void Menus::addRow(int number) {
+    const ActionRow& row = kActions[number];
+    QMenu* menu = menus_[row.menu];
+    if (!*row.name) {
+        menu->addSeparator();
+        return;
+    }
+    auto* action = menu->addAction(QString());
+    action->setObjectName(row.name);
+    actions_.insert(row.name, action);
+    action->setMenuRole(QAction::NoRole);
+    if (*row.icon) action->setIcon(icon(row.icon));
+    if (*row.keys) action->setShortcut(QKeySequence(row.keys));
+    action->setEnabled(row.need == Nothing);
+    if (!isOfModule(row)) return;
+    module_.insert(row.name, action);
+    action->setVisible(false);
+    connect(action, &QAction::changed, this, &Menus::tidy, Qt::QueuedConnection);
+    connect(action, &QAction::triggered, this, [this, row] { emit moduleAction(row.name); });
+}
+
+QAction* Menus::operator[](const char* name) const { return actions_.value(name); }
+
+void Menus::setProjectOpen(bool open) {
+    projectOpen_ = open;
+    for (const ActionRow& row : kActions) {
+        if (row.need == OpenProject) actions_[row.name]->setEnabled(open);
+        if (!isOfModule(row) || open) continue;
+        actions_[row.name]->setEnabled(false);
+        actions_[row.name]->setVisible(false);
+    }
+    tidy();
+}
+
+void Menus::tidy() {
+    for (const ActionRow& row : kActions) {
+        QAction* action = *row.name ? actions_[row.name] : nullptr;
+        if (!action) continue;
+        QString tip = withoutMnemonic(action->text());
+        if (!action->shortcut().isEmpty()) tip += " (" + action->shortcut().toString(QKeySequence::NativeText) + ")";
+        if (!action->isEnabled()) tip += "\n" + needText(projectOpen_ ? row.need : std::min(row.need, OpenProject));
+        if (action->toolTip() != tip) action->setToolTip(tip);
+    }
+    for (QMenu* menu : std::as_const(menus_)) {
+        bool any = false;
+        for (const QAction* action : menu->actions()) any = any || (action->isVisible() && !action->isSeparator());
+        menu->menuAction()->setVisible(any);
+    }
+}
+
+void Menus::languageChange() {
+    for (const MenuRow& row : kMenus) menus_[row.menu]->setTitle(caption(row.caption));
+    for (const ActionRow& row : kActions)
+        if (*row.name) actions_[row.name]->setText(caption(row.caption));
+    tidy();
+}
+
+QVector<QPair<QString, QString>> Menus::shortcuts() const {
+    QVector<QPair<QString, QString>> rows;
+    for (const ActionRow& row : kActions) {
+        const QAction* action = *row.name ? actions_[row.name] : nullptr;
+        if (action && !action->shortcut().isEmpty() && (action->isVisible() || !isOfModule(row)))
+            rows.append({withoutMnemonic(action->text()), action->shortcut().toString(QKeySequence::NativeText)});
+    }
+    return rows;
+}
+
+}  // namespace shell
