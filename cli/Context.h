@@ -71,5 +71,6 @@ void addModes(CLI::App& app, Context& context);
 void addRelays(CLI::App& app, Context& context);
 void addCase(CLI::App& app, Context& context);
 void addExport(CLI::App& app, Context& context);
+void addFaults(CLI::App& app, Context& context);
 
 }  // namespace cli

@@ -17,6 +17,7 @@ void addVerbs(CLI::App& app, cli::Context& context) {
     cli::addRelays(app, context);
     cli::addCase(app, context);
     cli::addExport(app, context);
+    cli::addFaults(app, context);
 }
 
 }  // namespace

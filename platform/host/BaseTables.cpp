@@ -1,5 +1,6 @@
 #include "platform/host/BaseTables.h"
 
+#include <QHash>
 #include <QSet>
 
 namespace host {
@@ -34,7 +35,7 @@ sql::Layout element(const QString& table, const QString& names, const QVector<sq
 QVector<sql::Layout> branchLayouts() {
     const QVector<sql::Column> two = whole("Order_No ID_No Valid") + optional("R1 X1 R0 X0") +
                                      real("I_kV I_MVA I_Rn I_Xn J_kV J_MVA J_Rn J_Xn") + whole("I_Ground J_Ground") +
-                                     real("Tap_Ratio Phase_Shift Load_A") + whole("Tap_Changer");
+                                     real("Tap_Ratio Phase_Shift Load_A") + whole("Tap_Changer Unit");
     const QVector<sql::Column> three = whole("Order_No ID_No Valid Tap_Changer") +
                                        optional("R1_1 X1_1 R0_1 X0_1 R1_2 X1_2 R0_2 X0_2 R1_3 X1_3 R0_3 X0_3") +
                                        real("kV_1 MVA_1 Rn_1 Xn_1 kV_2 MVA_2 Rn_2 Xn_2 kV_3 MVA_3 Rn_3 Xn_3") +
@@ -43,7 +44,7 @@ QVector<sql::Layout> branchLayouts() {
     return {
         element("CDB_ACLINEBAK", "ID_Name I_Name J_Name",
                 whole("Order_No ID_No Valid I_Break J_Break") + optional("R1 X1 B1 R0 X0 B0") +
-                    real("Length_km Rated_A Load_A"),
+                    real("Length_km Rated_A Load_A End_Temp"),
                 ends),
         element("CDB_TRANS_2WBAK", "ID_Name I_Name J_Name", two, ends),
         element("CDB_SHIFTBAK", "ID_Name I_Name J_Name", two, ends),
@@ -63,7 +64,7 @@ QVector<sql::Layout> nodeAndSourceLayouts() {
          {"PRIMARY KEY(Node_Name)", "INDEX(PS_Name)", "INDEX(Bus_Name)"}},
         element("CDB_GENERATBAK", "ID_Name Node_Name",
                 whole("Order_No Valid Grounded") + optional("R1 X1 R0 X0") + real("Rn Xn MVA kV Cos_Phi P_MW Q_Mvar") +
-                    QVector<sql::Column>{textColumn("Kind", 12)}),
+                    QVector<sql::Column>{textColumn("Kind", 12)} + real("V_Range Ik_Max Ik_Min")),
         element("CDB_PCAPREABAK", "ID_Name Node_Name",
                 whole("Order_No ID_No Valid Grounded") + optional("X1 R0 X0") + real("Mvar kV")),
         element("CDB_LOADBAK", "ID_Name Node_Name", whole("Order_No Valid") + real("P_MW Q_Mvar")),
@@ -157,14 +158,30 @@ QVector<sql::Layout> calculationLayouts(int n) {
     return layouts;
 }
 
+namespace {
+
+/// Adds what a table of an earlier version lacks, with its default in every row.
+bool addColumns(sql::Query& query, const sql::Layout& layout, const QSet<QString>& present) {
+    QStringList missing;
+    for (const sql::Column& column : layout.columns)
+        if (!present.contains(column.name)) missing << "ADD COLUMN IF NOT EXISTS " + column.definition();
+    return missing.isEmpty() || query.exec("ALTER TABLE " + sql::quotedName(layout.name) + " " + missing.join(','));
+}
+
+}  // namespace
+
 bool createTables(const QString& connection, const QVector<sql::Layout>& layouts) {
-    // Creating a table ends a transaction, so tables that are there are not touched.
+    // Creating and altering a table end a transaction, so tables that are there and complete are not touched.
     sql::Query query(connection);
-    if (!query.exec("SELECT TABLE_NAME FROM information_schema.TABLES WHERE TABLE_SCHEMA=DATABASE()")) return false;
-    QSet<QString> present;
-    while (query.next()) present.insert(query.text(0));
+    if (!query.exec("SELECT TABLE_NAME,COLUMN_NAME FROM information_schema.COLUMNS WHERE TABLE_SCHEMA=DATABASE()"))
+        return false;
+    QHash<QString, QSet<QString>> present;
+    while (query.next()) present[query.text(0)].insert(query.text(1));
     for (const sql::Layout& layout : layouts) {
-        if (present.contains(layout.name)) continue;
+        if (present.contains(layout.name)) {
+            if (!addColumns(query, layout, present[layout.name])) return false;
+            continue;
+        }
         if (!query.exec("CREATE TABLE " + sql::quotedName(layout.name) + " " + layout.columnsText())) return false;
     }
     return true;

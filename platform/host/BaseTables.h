@@ -19,7 +19,8 @@ QVector<sql::Layout> calculationLayouts(int n);
 
 /// Creates what is missing, rows 0 of LF_CASE and ST_CASE included.
 bool createBaseTables();
-/// Creates those of the tables that the database lacks. \param connection  empty: the default connection
+/// Creates those of the tables, and of their columns, that the database lacks.
+/// \param connection  empty: the default connection
 bool createTables(const QString& connection, const QVector<sql::Layout>& layouts);
 
 /// Replaces the base network by the model, all or nothing, and fills the calculation tables of its load-flow cases

@@ -31,6 +31,7 @@ struct Line {
     double r0 = 0, x0 = 0, b0 = 0;
     double lengthKm = 0;
     double ratedA = 0, maxLoadA = 0;
+    double endTemperature = 0;  ///< of the conductor at the end of a short circuit, degrees; 0 unknown
     bool openAtI = false, openAtJ = false;
     bool inService = true;
 };
@@ -53,6 +54,7 @@ struct Transformer2 {
     double phaseShift = 0;  ///< degrees
     bool tapChanger = false;
     bool phaseShifter = false;
+    bool unit = false;  ///< belongs to a power station unit, with the generator at one of its nodes
     double maxLoadA = 0;
     bool inService = true;
 };
@@ -74,7 +76,9 @@ struct Generator {
     bool grounded = false;
     double rn = 0, xn = 0;  ///< neutral impedance, ohm
     double pMw = 0, qMvar = 0;
-    std::string kind;  ///< "generator", "motor", "feeder"
+    std::string kind;                 ///< "generator", "motor", "feeder"
+    double voltageRange = 0;          ///< of a generator's voltage regulation, as a share of ratedKv
+    double ikMaxKa = 0, ikMinKa = 0;  ///< initial short-circuit currents of a feeder; 0 not given
     bool inService = true;
 };
 

@@ -85,7 +85,7 @@ void readLines(NetworkReader& reader) {
         l.openAtI = !row.yes();
         l.openAtJ = !row.yes();
         for (double* value : {&l.r1, &l.x1, &l.b1, &l.r0, &l.x0, &l.b0}) *value = row.known();
-        for (double* value : {&l.lengthKm, &l.ratedA, &l.maxLoadA}) *value = row.real();
+        for (double* value : {&l.lengthKm, &l.ratedA, &l.maxLoadA, &l.endTemperature}) *value = row.real();
     });
     reader.each("CDB_MUTUALBAK", [&](RowReader row) {
         Mutual& u = reader.model.mutuals.emplace_back();
@@ -111,6 +111,7 @@ Transformer2 transformer2(RowReader& row, bool phaseShifter) {
     for (Winding* w : {&t.i, &t.j}) w->grounding = static_cast<Grounding>(row.whole());
     for (double* value : {&t.tapRatio, &t.phaseShift, &t.maxLoadA}) *value = row.real();
     t.tapChanger = row.yes();
+    t.unit = row.yes();
     t.phaseShifter = phaseShifter;
     return t;
 }
@@ -159,6 +160,7 @@ void readOneEnded(NetworkReader& reader) {
         for (double* value : {&g.r1, &g.x1, &g.r0, &g.x0}) *value = row.known();
         for (double* value : {&g.rn, &g.xn, &g.ratedMva, &g.ratedKv, &g.cosPhi, &g.pMw, &g.qMvar}) *value = row.real();
         g.kind = row.text();
+        for (double* value : {&g.voltageRange, &g.ikMaxKa, &g.ikMinKa}) *value = row.real();
     });
     reader.each("CDB_PCAPREABAK", [&](RowReader row) {
         Shunt& s = reader.model.shunts.emplace_back();

@@ -61,7 +61,7 @@ Rows lineRows(const NetworkModel& m) {
     return rowsOf(m.lines, [](const Line& l, int order) {
         return QVariantList{text(l.name),    text(l.i),       text(l.j),   order,       order,       int(l.inService),
                             int(!l.openAtI), int(!l.openAtJ), known(l.r1), known(l.x1), known(l.b1), known(l.r0),
-                            known(l.x0),     known(l.b0),     l.lengthKm,  l.ratedA,    l.maxLoadA};
+                            known(l.x0),     known(l.b0),     l.lengthKm,  l.ratedA,    l.maxLoadA,  l.endTemperature};
     });
 }
 
@@ -73,7 +73,8 @@ Rows transformer2Rows(const NetworkModel& m, bool phaseShifters) {
                             known(t.r0),  known(t.x0),      t.i.ratedKv,        t.i.ratedMva,
                             t.i.rn,       t.i.xn,           t.j.ratedKv,        t.j.ratedMva,
                             t.j.rn,       t.j.xn,           int(t.i.grounding), int(t.j.grounding),
-                            t.tapRatio,   t.phaseShift,     t.maxLoadA,         int(t.tapChanger)};
+                            t.tapRatio,   t.phaseShift,     t.maxLoadA,         int(t.tapChanger),
+                            int(t.unit)};
     });
     Rows kept;
     for (std::size_t k = 0; k < m.transformers2.size(); ++k) {
@@ -97,10 +98,10 @@ Rows transformer3Rows(const NetworkModel& m) {
 
 Rows generatorRows(const NetworkModel& m) {
     return rowsOf(m.generators, [](const Generator& g, int order) {
-        return QVariantList{text(g.name), text(g.node), order,       int(g.inService), int(g.grounded),
-                            known(g.r1),  known(g.x1),  known(g.r0), known(g.x0),      g.rn,
-                            g.xn,         g.ratedMva,   g.ratedKv,   g.cosPhi,         g.pMw,
-                            g.qMvar,      text(g.kind)};
+        return QVariantList{text(g.name), text(g.node), order,          int(g.inService), int(g.grounded),
+                            known(g.r1),  known(g.x1),  known(g.r0),    known(g.x0),      g.rn,
+                            g.xn,         g.ratedMva,   g.ratedKv,      g.cosPhi,         g.pMw,
+                            g.qMvar,      text(g.kind), g.voltageRange, g.ikMaxKa,        g.ikMinKa};
     });
 }
 

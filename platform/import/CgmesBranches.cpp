@@ -177,6 +177,7 @@ void readLines(Context& c) {
             line.b1 = c.cim.number(*object, "ACLineSegment.bch", 0) * ohm;
             line.b0 = c.cim.number(*object, "ACLineSegment.b0ch", 0) * ohm;
             line.lengthKm = c.cim.number(*object, "Conductor.length", 0);
+            line.endTemperature = c.cim.number(*object, "ACLineSegment.shortCircuitEndTemperature", 0);
             if (className == "SeriesCompensator")
                 c.tally.note(Changed, "串联补偿", "按线路导入", line.name);
             else if (line.lengthKm <= 0)

@@ -55,6 +55,7 @@ class SourceReader {
         g.r1 = value("r") * scale, g.x1 = value("satDirectSubtransX") * scale;
         g.r0 = value("r0") * scale, g.x0 = value("x0") * scale;
         g.grounded = object.flag("SynchronousMachine.earthing", false);
+        g.voltageRange = orZero(value("voltageRegulationRange")) / 100;
         g.rn = value("earthingStarPointR"), g.xn = value("earthingStarPointX");
         if (g.x1 <= 0) {
             g.x1 = machineX1 * scale, g.r0 = 0, g.x0 = machineX0 * scale, g.grounded = true;
@@ -105,6 +106,7 @@ class SourceReader {
         split(z0, c_.cim.number(object, n + "maxR0ToX0Ratio", 0.1), g.r0, g.x0);
         g.grounded = z0 > 0;
         g.ratedMva = std::sqrt(3.0) * kv * current, g.ratedKv = kv;
+        g.ikMaxKa = current, g.ikMinKa = c_.cim.number(object, n + "minInitialSymShCCurrent", 0) / 1000;
         end(object, std::move(g), "外部电网");
     }
 

@@ -112,6 +112,7 @@ void addTwoWinding(Context& c, const CimObject& object, const std::vector<Windin
                            c.cim.number(*tap->second, "PhaseTapChangerLinear.stepPhaseShiftIncrement", 0);
         }
     }
+    t.unit = object.flag("PowerTransformer.isPartOfGeneratorUnit", false);
     t.maxLoadA = CurrentLimits(c.cim).at(*ends[0].terminal);
     t.inService = inService(c, object, ends);
     c.model.transformers2.push_back(std::move(t));

@@ -5,6 +5,7 @@ namespace import::csv {
 namespace {
 constexpr Need R = Need::Required;
 constexpr Need O = Need::Optional;
+constexpr Need A = Need::Absent;
 }  // namespace
 
 template <>
@@ -44,12 +45,22 @@ std::string_view FileOf<LineRow>::name() {
 template <>
 const std::vector<Column<LineRow>>& FileOf<LineRow>::columns() {
     using T = LineRow;
-    static const std::vector<Column<T>> list = {
-        {"name", R, &T::name},           {"node_i", R, &T::node_i},   {"node_j", R, &T::node_j},
-        {"r1_ohm", R, &T::r1_ohm},       {"x1_ohm", R, &T::x1_ohm},   {"b1_us", O, &T::b1_us},
-        {"r0_ohm", O, &T::r0_ohm},       {"x0_ohm", O, &T::x0_ohm},   {"b0_us", O, &T::b0_us},
-        {"length_km", R, &T::length_km}, {"rated_a", O, &T::rated_a}, {"max_load_a", O, &T::max_load_a},
-        {"open_i", O, &T::open_i},       {"open_j", O, &T::open_j},   {"in_service", O, &T::in_service}};
+    static const std::vector<Column<T>> list = {{"name", R, &T::name},
+                                                {"node_i", R, &T::node_i},
+                                                {"node_j", R, &T::node_j},
+                                                {"r1_ohm", R, &T::r1_ohm},
+                                                {"x1_ohm", R, &T::x1_ohm},
+                                                {"b1_us", O, &T::b1_us},
+                                                {"r0_ohm", O, &T::r0_ohm},
+                                                {"x0_ohm", O, &T::x0_ohm},
+                                                {"b0_us", O, &T::b0_us},
+                                                {"length_km", R, &T::length_km},
+                                                {"rated_a", O, &T::rated_a},
+                                                {"max_load_a", O, &T::max_load_a},
+                                                {"open_i", O, &T::open_i},
+                                                {"open_j", O, &T::open_j},
+                                                {"in_service", O, &T::in_service},
+                                                {"end_temp_c", A, &T::end_temp_c}};
     return list;
 }
 
@@ -81,7 +92,8 @@ const std::vector<Column<Transformer2Row>>& FileOf<Transformer2Row>::columns() {
                                                 {"max_load_a", O, &T::max_load_a},
                                                 {"tap_changer", O, &T::tap_changer},
                                                 {"phase_shifter", O, &T::phase_shifter},
-                                                {"in_service", O, &T::in_service}};
+                                                {"in_service", O, &T::in_service},
+                                                {"unit", A, &T::unit}};
     return list;
 }
 
@@ -151,7 +163,10 @@ const std::vector<Column<GeneratorRow>>& FileOf<GeneratorRow>::columns() {
                                                 {"xn_ohm", O, &T::xn_ohm},
                                                 {"p_mw", O, &T::p_mw},
                                                 {"q_mvar", O, &T::q_mvar},
-                                                {"in_service", O, &T::in_service}};
+                                                {"in_service", O, &T::in_service},
+                                                {"voltage_range_percent", A, &T::voltage_range_percent},
+                                                {"ik_max_ka", A, &T::ik_max_ka},
+                                                {"ik_min_ka", A, &T::ik_min_ka}};
     return list;
 }
 

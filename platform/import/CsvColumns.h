@@ -12,7 +12,8 @@
 namespace import::csv {
 
 /// Required: an empty cell is an error. Optional: an empty cell leaves the field as it is made (numbers: NaN here).
-enum class Need { Required, Optional };
+/// Absent: the same, and the file need not have the column at all.
+enum class Need { Required, Optional, Absent };
 
 template <class Row>
 struct Column {
@@ -41,7 +42,7 @@ struct NodeRow : Placed {
 };
 struct LineRow : Placed {
     std::string name, node_i, node_j;
-    double r1_ohm, x1_ohm, b1_us, r0_ohm, x0_ohm, b0_us, length_km, rated_a, max_load_a;
+    double r1_ohm, x1_ohm, b1_us, r0_ohm, x0_ohm, b0_us, length_km, rated_a, max_load_a, end_temp_c;
     bool open_i = false, open_j = false, in_service = true;
 };
 struct Transformer2Row : Placed {
@@ -52,7 +53,7 @@ struct Transformer2Row : Placed {
     double rn_i_ohm, xn_i_ohm, rn_j_ohm, xn_j_ohm;
     double uk_percent, pk_kw, uk0_percent, pk0_kw;
     double tap_ratio, phase_shift_deg, max_load_a;
-    bool tap_changer = false, phase_shifter = false, in_service = true;
+    bool tap_changer = false, phase_shifter = false, unit = false, in_service = true;
 };
 struct Transformer3Row : Placed {
     std::string name, star_node;
@@ -69,6 +70,7 @@ struct GeneratorRow : Placed {
     double mva, kv, cos_phi, xd2_percent, r_percent, x0_percent, r0_percent;
     bool grounded = false;
     double rn_ohm, xn_ohm, p_mw, q_mvar;
+    double voltage_range_percent, ik_max_ka, ik_min_ka;
     bool in_service = true;
 };
 struct ShuntRow : Placed {

@@ -73,6 +73,7 @@ host::Line toModel(const LineRow& row, double baseKv) {
     line.r1 = row.r1_ohm / ohm, line.x1 = row.x1_ohm / ohm, line.b1 = orZero(row.b1_us) * 1e-6 * ohm;
     line.r0 = row.r0_ohm / ohm, line.x0 = row.x0_ohm / ohm, line.b0 = orZero(row.b0_us) * 1e-6 * ohm;
     line.lengthKm = row.length_km, line.ratedA = orZero(row.rated_a), line.maxLoadA = orZero(row.max_load_a);
+    line.endTemperature = orZero(row.end_temp_c);
     line.openAtI = row.open_i, line.openAtJ = row.open_j, line.inService = row.in_service;
     return line;
 }
@@ -84,6 +85,7 @@ LineRow toRow(const host::Line& line, double baseKv) {
     row.r1_ohm = line.r1 * ohm, row.x1_ohm = line.x1 * ohm, row.b1_us = line.b1 / ohm * 1e6;
     row.r0_ohm = line.r0 * ohm, row.x0_ohm = line.x0 * ohm, row.b0_us = line.b0 / ohm * 1e6;
     row.length_km = line.lengthKm, row.rated_a = line.ratedA, row.max_load_a = line.maxLoadA;
+    row.end_temp_c = line.endTemperature;
     row.open_i = line.openAtI, row.open_j = line.openAtJ, row.in_service = line.inService;
     return row;
 }
@@ -99,7 +101,8 @@ host::Transformer2 toModel(const Transformer2Row& row, double baseKv) {
     t.r0 = std::isnan(row.uk0_percent) ? row.uk0_percent : z0.r, t.x0 = z0.x;
     t.tapRatio = orElse(row.tap_ratio, 1), t.phaseShift = orZero(row.phase_shift_deg);
     t.maxLoadA = orZero(row.max_load_a);
-    t.tapChanger = row.tap_changer, t.phaseShifter = row.phase_shifter, t.inService = row.in_service;
+    t.tapChanger = row.tap_changer, t.phaseShifter = row.phase_shifter, t.unit = row.unit;
+    t.inService = row.in_service;
     return t;
 }
 
@@ -114,7 +117,8 @@ Transformer2Row toRow(const host::Transformer2& t, double baseKv) {
     row.uk_percent = k1.ukPercent, row.pk_kw = k1.pkKw;
     row.uk0_percent = k0.ukPercent, row.pk0_kw = k0.pkKw;
     row.tap_ratio = t.tapRatio, row.phase_shift_deg = t.phaseShift, row.max_load_a = t.maxLoadA;
-    row.tap_changer = t.tapChanger, row.phase_shifter = t.phaseShifter, row.in_service = t.inService;
+    row.tap_changer = t.tapChanger, row.phase_shifter = t.phaseShifter, row.unit = t.unit;
+    row.in_service = t.inService;
     return row;
 }
 
@@ -197,6 +201,8 @@ host::Generator toModel(const GeneratorRow& row, double baseKv) {
     g.r1 = orZero(row.r_percent) * scale, g.x1 = row.xd2_percent * scale;
     g.x0 = row.x0_percent * scale, g.r0 = std::isnan(g.x0) ? g.x0 : orZero(row.r0_percent) * scale;
     g.grounded = row.grounded, g.rn = orZero(row.rn_ohm), g.xn = orZero(row.xn_ohm);
+    g.voltageRange = orZero(row.voltage_range_percent) / 100;
+    g.ikMaxKa = orZero(row.ik_max_ka), g.ikMinKa = orZero(row.ik_min_ka);
     g.pMw = orZero(row.p_mw), g.qMvar = orZero(row.q_mvar), g.inService = row.in_service;
     return g;
 }
@@ -209,6 +215,7 @@ GeneratorRow toRow(const host::Generator& g, double baseKv) {
     row.r_percent = g.r1 / scale, row.xd2_percent = g.x1 / scale;
     row.r0_percent = g.r0 / scale, row.x0_percent = g.x0 / scale;
     row.grounded = g.grounded, row.rn_ohm = g.rn, row.xn_ohm = g.xn;
+    row.voltage_range_percent = g.voltageRange * 100, row.ik_max_ka = g.ikMaxKa, row.ik_min_ka = g.ikMinKa;
     row.p_mw = g.pMw, row.q_mvar = g.qMvar, row.in_service = g.inService;
     return row;
 }

@@ -53,20 +53,20 @@ std::string cellOf(double value) {
 std::string cellOf(int value) { return std::to_string(value); }
 std::string cellOf(bool value) { return value ? "1" : "0"; }
 
-std::vector<std::size_t> columnPlaces(const CsvTable& table, const std::vector<std::string_view>& wanted,
+std::vector<std::size_t> columnPlaces(const CsvTable& table, const std::vector<WantedColumn>& wanted,
                                       const std::string& file) {
     const std::vector<std::string>& header = table.header.cells;
     const auto fail = [&](const std::string& what) { throw ImportError(file, table.header.line, what); };
     std::set<std::string_view> seen;
     for (const std::string& name : header) {
-        if (std::find(wanted.begin(), wanted.end(), name) == wanted.end()) fail("没有定义的列“" + name + "”");
+        if (std::ranges::find(wanted, name, &WantedColumn::name) == wanted.end()) fail("没有定义的列“" + name + "”");
         if (!seen.insert(name).second) fail("列“" + name + "”重复");
     }
     std::vector<std::size_t> places;
-    for (std::string_view name : wanted) {
+    for (const auto& [name, mayBeAbsent] : wanted) {
         const auto found = std::find(header.begin(), header.end(), name);
-        if (found == header.end()) fail("缺少列“" + std::string(name) + "”");
-        places.push_back(static_cast<std::size_t>(found - header.begin()));
+        if (found == header.end() && !mayBeAbsent) fail("缺少列“" + std::string(name) + "”");
+        places.push_back(found == header.end() ? kAbsent : static_cast<std::size_t>(found - header.begin()));
     }
     return places;
 }

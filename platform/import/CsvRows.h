@@ -38,8 +38,15 @@ std::string cellOf(double value);
 std::string cellOf(int value);
 std::string cellOf(bool value);
 
+/// A column of a file by its name; one that may be absent need not be there.
+struct WantedColumn {
+    std::string_view name;
+    bool mayBeAbsent = false;
+};
+inline constexpr std::size_t kAbsent = static_cast<std::size_t>(-1);
+
 /// Place of each wanted column in the header. \throws ImportError for a column unknown, missing or named twice
-std::vector<std::size_t> columnPlaces(const CsvTable& table, const std::vector<std::string_view>& wanted,
+std::vector<std::size_t> columnPlaces(const CsvTable& table, const std::vector<WantedColumn>& wanted,
                                       const std::string& file);
 
 /// The records of one file of a folder; none when the file is absent.
@@ -49,14 +56,15 @@ std::vector<Row> readRows(const std::filesystem::path& folder) {
     const std::string file(FileOf<Row>::name());
     if (!std::filesystem::exists(folder / file)) return {};
     const CsvTable table = parseCsv(readInput(folder / file), file);
-    std::vector<std::string_view> names;
-    for (const auto& column : FileOf<Row>::columns()) names.push_back(column.name);
-    const std::vector<std::size_t> places = columnPlaces(table, names, file);
+    std::vector<WantedColumn> wanted;
+    for (const auto& column : FileOf<Row>::columns()) wanted.push_back({column.name, column.need == Need::Absent});
+    const std::vector<std::size_t> places = columnPlaces(table, wanted, file);
     std::vector<Row> rows;
     for (const CsvRecord& record : table.records) {
         Row row{};
         row.line = record.line;
         for (std::size_t c = 0; c < places.size(); ++c) {
+            if (places[c] == kAbsent) continue;
             const auto& column = FileOf<Row>::columns()[c];
             const Cell cell{record.cells[places[c]], file, record.line, column.name};
             std::visit([&](auto field) { store(cell, column.need, row.*field); }, column.field);

@@ -14,13 +14,6 @@ QString defaultOf(const Column& column) {
                                                                                : QStringLiteral("0");
 }
 
-QString definition(const Column& column) {
-    QString text = quotedName(column.name) + ' ' + column.type + (column.nullable ? "" : " NOT NULL");
-    if (column.autoIncrement) return text + " AUTO_INCREMENT";
-    if (column.nullable) return text + " DEFAULT NULL";
-    return text + " DEFAULT " + defaultOf(column);
-}
-
 QString places(qsizetype count) { return '(' + QStringList(count, QStringLiteral("?")).join(',') + ')'; }
 
 int weight(const QVariantList& row) {
@@ -33,9 +26,16 @@ int weight(const QVariantList& row) {
 
 QString quotedName(const QString& name) { return '`' + QString(name).replace('`', "``") + '`'; }
 
+QString Column::definition() const {
+    QString text = quotedName(name) + ' ' + type + (nullable ? "" : " NOT NULL");
+    if (autoIncrement) return text + " AUTO_INCREMENT";
+    if (nullable) return text + " DEFAULT NULL";
+    return text + " DEFAULT " + defaultOf(*this);
+}
+
 QString Layout::columnsText() const {
     QStringList parts;
-    for (const Column& column : columns) parts << definition(column);
+    for (const Column& column : columns) parts << column.definition();
     return '(' + (parts + keys).join(',') + ')';
 }
 

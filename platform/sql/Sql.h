@@ -74,6 +74,7 @@ struct Column {
     QString defaultValue{};  ///< SQL text; empty: 0 for numbers, '' for text
     bool nullable = false;
     bool autoIncrement = false;
+    [[nodiscard]] QString definition() const;  ///< name, type and default, as CREATE and ALTER TABLE take them
 };
 struct Layout {
     QString name;

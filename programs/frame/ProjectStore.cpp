@@ -216,9 +216,9 @@ std::optional<Project> ProjectStore::open(const QString& name) {
     const std::optional<Project> opened = find(name);
     if (!opened) return std::nullopt;
     CRDatabase rules = database();
-    // a project that was saved under another name has lost its working tables
+    // a project that was saved under another name has lost its working tables; one of an earlier version lacks columns
     if (!rules.ConnectDB(name + tables::ruleSuffix, tables::ruleConnection, true) || !rules.ConnectToBaseDb(name) ||
-        !rules.BuildNewTable(name))
+        !rules.BuildNewTable(name) || !host::createBaseTables())
         return std::nullopt;
     QDir().mkpath(opened->workDirectory());
     QDir().mkpath(opened->directory + opened->realTimeName);
