@@ -52,7 +52,8 @@ class SourceReader {
         if (g.ratedMva <= 0) g.ratedMva = defaultRating(object);
         const double scale =
             100 / g.ratedMva * (g.ratedKv * g.ratedKv) / (c_.nodes.baseKv(g.node) * c_.nodes.baseKv(g.node));
-        g.r1 = value("r") * scale, g.x1 = value("satDirectSubtransX") * scale;
+        // The positive-sequence resistance alone is in ohm, all others are per unit on the rating.
+        g.r1 = value("r") / c_.ohmBase(g.node), g.x1 = value("satDirectSubtransX") * scale;
         g.r0 = value("r0") * scale, g.x0 = value("x0") * scale;
         g.grounded = object.flag("SynchronousMachine.earthing", false);
         g.voltageRange = orZero(value("voltageRegulationRange")) / 100;
