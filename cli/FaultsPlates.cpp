@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "cli/FaultsVerb.h"
 #include "platform/host/NetworkModel.h"
 #include "platform/sql/Sql.h"
@@ -45,12 +47,13 @@ engines::NamePlates namePlates(const host::NetworkModel& model, const QHash<QStr
     };
     engines::NamePlates plates;
     for (const auto& line : model.lines) plates.lines.push_back({number(line.name), line.endTemperature, line.b0});
+    const auto isRated = [](const host::Winding& winding) { return winding.ratedKv > 0 && winding.ratedMva > 0; };
     for (const auto& t : model.transformers2)
-        if (t.i.ratedKv > 0 && t.j.ratedKv > 0 && t.i.ratedMva > 0)
+        if (isRated(t.i) && isRated(t.j))
             plates.transformers.push_back(
                 {number(t.name), plateOf(t.i), plateOf(t.j), {t.r1, t.x1}, {t.r0, t.x0}, t.tapChanger, t.unit});
     for (const auto& t : model.transformers3)
-        if (t.winding[0].ratedKv > 0 && t.winding[1].ratedKv > 0 && t.winding[2].ratedKv > 0)
+        if (std::ranges::all_of(t.winding, isRated))
             plates.threeWinding.push_back(plateOf(t, number(t.name, ":1")));
     for (const auto& g : model.generators) plates.sources.push_back(plateOf(g));
     return plates;

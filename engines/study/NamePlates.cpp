@@ -66,9 +66,16 @@ class Corrector {
         Branch* b = branch(plate.idNo);
         if (!b || units_.contains(plate.idNo)) return;
         const double x = relative(plate.z1.imag(), ratingOf(plate), plate.i.ratedKv, bus(b->from).baseKv);
-        const double k = transformerFactor(lowSideFactor(bus(b->from).baseKv, bus(b->to).baseKv), x);
-        factors.push_back({"K_T", plate.idNo, {}, k});
+        const double value = transformerFactor(lowSideFactor(bus(b->from).baseKv, bus(b->to).baseKv), x);
+        const double k = applied({"K_T", plate.idNo, {}, value});
         place(*b, plate.i, plate.j, k * plate.z1, k * plate.z0);
+    }
+
+    /// The factors are for the largest currents; for the smallest they are 1.
+    double applied(const AppliedFactor& factor) {
+        if (!method_.maximum) return 1;
+        factors.push_back(factor);
+        return factor.value;
     }
 
     static double ratingOf(const TransformerPlate& plate) { return std::max(plate.i.ratedMva, plate.j.ratedMva); }
@@ -95,8 +102,8 @@ class Corrector {
             const auto [a, b] = pair[p];
             const double mva = std::min(plate.winding[a].ratedMva, plate.winding[b].ratedMva);
             const double x = relative((plate.z1[a] + plate.z1[b]).imag(), mva, plate.winding[0].ratedKv, baseKv);
-            k[at(p)] = transformerFactor(lowSideFactor(plate.winding[a].ratedKv, plate.winding[b].ratedKv), x);
-            factors.push_back({symbol[p], plate.idNo, {}, k[at(p)]});
+            const double c = lowSideFactor(plate.winding[a].ratedKv, plate.winding[b].ratedKv);
+            k[at(p)] = applied({symbol[p], plate.idNo, {}, transformerFactor(c, x)});
         }
         return k;
     }
@@ -106,6 +113,9 @@ class Corrector {
         return {(z12 + z13 - z23) / 2.0, (z12 + z23 - z13) / 2.0, (z13 + z23 - z12) / 2.0};
     }
 
+    static bool knowsRating(const SourcePlate& plate) {
+        return plate.cosPhi > 0 && plate.ratedMva > 0 && plate.ratedKv > 0;
+    }
     GeneratorRating ratingOf(const SourcePlate& plate, const Source& source) {
         const double x = relative(source.z1.imag(), plate.ratedMva, plate.ratedKv, bus(source.bus).baseKv);
         return {plate.ratedKv, x, std::sqrt(std::max(0.0, 1 - plate.cosPhi * plate.cosPhi)), plate.voltageRange};
@@ -128,7 +138,7 @@ class Corrector {
     void correctUnit(const TransformerPlate& plate, const NamePlates& plates) {
         Branch* b = branch(plate.idNo);
         const SourcePlate* generator = b ? generatorBeside(*b, plates) : nullptr;
-        if (!generator || generator->cosPhi <= 0) return;
+        if (!generator || !knowsRating(*generator)) return;
         Source& source = network_.sources[at(sourceOf(*generator))];
         const bool lowAtJ = source.bus == b->to;
         const double nominal = bus(lowAtJ ? b->from : b->to).baseKv;
@@ -136,8 +146,8 @@ class Corrector {
         if (!lowAtJ) std::swap(rating.highKv, rating.lowKv);
         rating.x = relative(plate.z1.imag(), ratingOf(plate), plate.i.ratedKv, bus(b->from).baseKv);
         const auto factor = plate.tapChanger ? unitFactor : unitFactorWithoutTapChanger;
-        const double k = factor(largestVoltageFactor(nominal), nominal, ratingOf(*generator, source), rating);
-        factors.push_back({plate.tapChanger ? "K_S" : "K_SO", plate.idNo, generator->name, k});
+        const double value = factor(largestVoltageFactor(nominal), nominal, ratingOf(*generator, source), rating);
+        const double k = applied({plate.tapChanger ? "K_S" : "K_SO", plate.idNo, generator->name, value});
         place(*b, plate.i, plate.j, k * plate.z1, k * plate.z0);
         scale(source, *generator, k);
         units_.insert(plate.idNo);
@@ -155,10 +165,9 @@ class Corrector {
         Source& source = network_.sources[at(s)];
         const double nominal = bus(source.bus).baseKv;
         if (plate.kind == SourceKind::Feeder) return correctFeeder(source, plate, nominal);
-        if (plate.kind == SourceKind::Motor || plate.cosPhi <= 0) return;
-        const double k = generatorFactor(largestVoltageFactor(nominal), nominal, ratingOf(plate, source));
-        factors.push_back({"K_G", 0, plate.name, k});
-        scale(source, plate, k);
+        if (plate.kind == SourceKind::Motor || !knowsRating(plate)) return;
+        const double value = generatorFactor(largestVoltageFactor(nominal), nominal, ratingOf(plate, source));
+        scale(source, plate, applied({"K_G", 0, plate.name, value}));
     }
 
     void correctFeeder(Source& source, const SourcePlate& plate, double nominal) {

@@ -67,8 +67,9 @@ struct Iec60909Method {
     [[nodiscard]] double voltageFactor(double nominalKv) const;
 };
 
-/// Corrects a network for the initial currents of IEC 60909: rated turns ratios, factors K on the sequence impedances
-/// (not on neutral impedances), flat start. Elements without a plate stay as they are.
+/// Corrects a network for the initial currents of IEC 60909: rated turns ratios, for the largest currents factors K on
+/// the sequence impedances (not on neutral impedances), flat start. Elements without a plate stay as they are; a unit
+/// transformer without exactly one generator beside it counts as a network transformer.
 /// \return the factors, in the order of the plates
 std::vector<AppliedFactor> applyIec60909(Network& network, const NamePlates& plates, const Iec60909Method& method);
 

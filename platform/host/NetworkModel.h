@@ -31,9 +31,9 @@ struct Line {
     double r0 = 0, x0 = 0, b0 = 0;
     double lengthKm = 0;
     double ratedA = 0, maxLoadA = 0;
-    double endTemperature = 0;  ///< of the conductor at the end of a short circuit, degrees; 0 unknown
     bool openAtI = false, openAtJ = false;
     bool inService = true;
+    double endTemperature = 0;  ///< of the conductor at the end of a short circuit, degrees; 0 unknown
 };
 
 enum class Grounding { Delta, Isolated, Grounded };  ///< of a winding: delta, star not grounded, star grounded
@@ -54,9 +54,9 @@ struct Transformer2 {
     double phaseShift = 0;  ///< degrees
     bool tapChanger = false;
     bool phaseShifter = false;
-    bool unit = false;  ///< belongs to a power station unit, with the generator at one of its nodes
     double maxLoadA = 0;
     bool inService = true;
+    bool unit = false;  ///< belongs to a power station unit, with the generator at one of its nodes
 };
 
 struct Transformer3 {
@@ -76,10 +76,10 @@ struct Generator {
     bool grounded = false;
     double rn = 0, xn = 0;  ///< neutral impedance, ohm
     double pMw = 0, qMvar = 0;
-    std::string kind;                 ///< "generator", "motor", "feeder"
+    std::string kind;  ///< "generator", "motor", "feeder"
+    bool inService = true;
     double voltageRange = 0;          ///< of a generator's voltage regulation, as a share of ratedKv
     double ikMaxKa = 0, ikMinKa = 0;  ///< initial short-circuit currents of a feeder; 0 not given
-    bool inService = true;
 };
 
 struct Shunt {
