@@ -27,7 +27,7 @@ inline host::NetworkModel network() {
                {kGeneratorNode, 10, 0, "", true, "白水厂", 0, 0, false, 0},
                {kMiddleNode, 35, 0, "", true, "青'山变", 0, 0, false, 0},
                {kLowNode, 10, 0, "", true, "青'山变", 0, 0, false, 0}};
-    m.lines = {{kLine1, kBarA, kBarB, 0.01, 1.0 / 3, 0.002, 0.03, 0.9, 0.001, 25.5, 600, 450, false, false, true},
+    m.lines = {{kLine1, kBarA, kBarB, 0.01, 1.0 / 3, 0.002, 0.03, 0.9, 0.001, 25.5, 600, 450, false, false, true, 80},
                {kLine2, kBarA, kBarB, 0.02, 0.4, 0, 0.06, 1.2, 0, 26, 600, 400, false, false, true}};
     m.transformers2.resize(2);
     auto& t = m.transformers2[0];
@@ -37,7 +37,7 @@ inline host::NetworkModel network() {
     u.name = kTransformer, u.r1 = 0.004, u.x1 = 0.3, u.r0 = 0.004, u.x0 = 0.27, u.tapRatio = 1.025, u.tapChanger = true;
     u.i = {kBarB, 115, 40, Grounding::Grounded, 2, 12.1};
     u.j = {kGeneratorNode, 10.5, 40, Grounding::Delta, 7, 7};
-    u.maxLoadA = 180;
+    u.maxLoadA = 180, u.unit = true;
     m.transformers3.resize(1);
     auto& w = m.transformers3[0];
     w.name = kThree, w.star = kStar;
@@ -47,7 +47,8 @@ inline host::NetworkModel network() {
     for (int k = 0; k < 3; ++k)
         w.r1[k] = 0.01 * k, w.x1[k] = 0.2 - 0.1 * k, w.r0[k] = 0.01 * k, w.x0[k] = 0.18 - 0.1 * k;
     m.generators = {
-        {kGenerator, kGeneratorNode, 40, 10.5, 0.8, 0.01, 0.35, 0, 0.2, true, 0, 0.5, 30, 5, "generator", true}};
+        {kGenerator, kGeneratorNode, 40, 10.5, 0.8, 0.01, 0.35, 0, 0.2, true, 0, 0.5, 30, 5, "generator", true,
+         0.075, 12.5, 9.5}};
     m.shunts = {{kCapacitor, kMiddleNode, -8, 0, 0, false, 10, 38.5, true},
                 {kReactor, kBarB, 5, 0.1, 5, true, 20, 110, true}};
     m.loads = {{kLoad, kMiddleNode, 12, 3, true}};

@@ -42,12 +42,12 @@ std::vector<std::string> branchTexts(const NetworkModel& m) {
     std::vector<std::string> all;
     for (const auto& l : m.lines) {
         all.push_back(Text(l.name, l.i, l.j, l.r1, l.x1, l.b1, l.r0, l.x0, l.b0, l.lengthKm, l.ratedA, l.maxLoadA,
-                           l.openAtI, l.openAtJ, l.inService)
+                           l.openAtI, l.openAtJ, l.inService, l.endTemperature)
                           .text);
     }
     for (const auto& t : m.transformers2) {
         all.push_back(Text(t.name, windingText(t.i), windingText(t.j), t.r1, t.x1, t.r0, t.x0, t.tapRatio, t.phaseShift,
-                           t.tapChanger, t.phaseShifter, t.maxLoadA, t.inService)
+                           t.tapChanger, t.phaseShifter, t.maxLoadA, t.inService, t.unit)
                           .text);
     }
     for (const auto& t : m.transformers3) {
@@ -74,7 +74,7 @@ std::vector<std::string> otherTexts(const NetworkModel& m) {
     }
     for (const auto& g : m.generators) {
         all.push_back(Text(g.name, g.node, g.ratedMva, g.ratedKv, g.cosPhi, g.r1, g.x1, g.r0, g.x0, g.grounded, g.rn,
-                           g.xn, g.pMw, g.qMvar, g.kind, g.inService)
+                           g.xn, g.pMw, g.qMvar, g.kind, g.inService, g.voltageRange, g.ikMaxKa, g.ikMinKa)
                           .text);
     }
     for (const auto& s : m.shunts) {
@@ -121,6 +121,25 @@ TEST_F(NetworkStore, GivesBackEveryFieldOfEveryElementInTheDeliveredOrder) {
     const auto stored = host::loadNetwork();
     ASSERT_TRUE(stored);
     expectSame(*stored, model);
+}
+
+TEST_F(NetworkStore, TablesOfAnEarlierVersionGetTheColumnsTheyLackAndKeepTheirRows) {
+    NetworkModel model = sample::network();
+    ASSERT_TRUE(host::storeNetwork(model));
+    const std::pair<const char*, const char*> later[] = {{"CDB_ACLINEBAK", "DROP COLUMN End_Temp"},
+                                                         {"CDB_TRANS_2WBAK", "DROP COLUMN Unit"},
+                                                         {"CDB_GENERATBAK", "DROP COLUMN V_Range,DROP COLUMN Ik_Max"}};
+    for (const auto& [table, columns] : later)
+        ASSERT_TRUE(sql::Query().exec(QString("ALTER TABLE ") + table + " " + columns));
+    ASSERT_TRUE(host::createBaseTables());
+    const auto stored = host::loadNetwork();
+    ASSERT_TRUE(stored) << messages.join('\n').toStdString();
+    model.lines[0].endTemperature = 0;
+    model.transformers2[1].unit = false;
+    model.generators[0].voltageRange = model.generators[0].ikMaxKa = 0;
+    expectSame(*stored, model);
+    EXPECT_TRUE(host::storeNetwork(sample::network()));
+    expectSame(*host::loadNetwork(), sample::network());
 }
 
 TEST_F(NetworkStore, ReplacesTheNetworkThatWasThereWithItsCases) {
