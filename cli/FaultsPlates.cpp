@@ -53,8 +53,7 @@ engines::NamePlates namePlates(const host::NetworkModel& model, const QHash<QStr
             plates.transformers.push_back(
                 {number(t.name), plateOf(t.i), plateOf(t.j), {t.r1, t.x1}, {t.r0, t.x0}, t.tapChanger, t.unit});
     for (const auto& t : model.transformers3)
-        if (std::ranges::all_of(t.winding, isRated))
-            plates.threeWinding.push_back(plateOf(t, number(t.name, ":1")));
+        if (std::ranges::all_of(t.winding, isRated)) plates.threeWinding.push_back(plateOf(t, number(t.name, ":1")));
     for (const auto& g : model.generators) plates.sources.push_back(plateOf(g));
     return plates;
 }

@@ -1,6 +1,7 @@
 #include "cli/FaultsVerb.h"
 
 #include <CLI/CLI.hpp>
+#include <QElapsedTimer>
 #include <memory>
 
 #include "cli/CaseVerbs.h"
@@ -71,6 +72,21 @@ void studyEveryBus(const FaultsWish& wish, const FaultsNetwork& network, const e
     }
 }
 
+/// Tells, when asked for, what each step took.
+class StepTimes {
+  public:
+    explicit StepTimes(Context& context) : context_(context) { timer_.start(); }
+    void done(const QString& step) {
+        const double ms = double(timer_.nsecsElapsed()) / 1e6;
+        timer_.start();
+        if (context_.verbose) context_.note(step + " " + QString::number(ms, 'f', 1) + " ms");
+    }
+
+  private:
+    Context& context_;
+    QElapsedTimer timer_;
+};
+
 void run(Context& context, const FaultsWish& wish) {
     CaseWish place;
     place.project = wish.project;
@@ -78,10 +94,13 @@ void run(Context& context, const FaultsWish& wish) {
     std::vector<FaultsCase> cases;
     std::vector<FaultReport> reports;
     engines::ReportScope scope;
-    if (!openAlone(context, place) || !readVoltageFactor(context, wish, network) ||
-        !loadFaultsNetwork(context, wish, network) || !findFaultsCases(context, wish, network, cases) ||
+    StepTimes times(context);
+    if (!openAlone(context, place) || !readVoltageFactor(context, wish, network)) return;
+    times.done("打开工程");
+    if (!loadFaultsNetwork(context, wish, network) || !findFaultsCases(context, wish, network, cases) ||
         !chooseRelays(context, wish, network, scope))
         return;
+    times.done("取得网络");
     const bool everyBus = cases.empty();
     scope.currents = currentsOf(wish, everyBus);
     const bool whole = scope.currents == Currents::All || !scope.relays.empty();
@@ -90,7 +109,9 @@ void run(Context& context, const FaultsWish& wish) {
     if (everyBus) studyEveryBus(wish, network, mode, reporter, whole, cases, reports);
     for (std::size_t k = reports.size(); k < cases.size(); ++k)
         reports.push_back(reporter.report(cases[k].conditions, factorOf(network, cases[k].conditions.front())));
+    times.done("计算 " + QString::number(cases.size()) + " 个故障");
     writeFaults(wish, network, cases, reports);
+    times.done("输出");
 }
 
 void addPlaces(CLI::App* verb, const std::shared_ptr<FaultsWish>& wish) {

@@ -29,10 +29,10 @@ class FaultTable {
   public:
     explicit FaultTable(const std::string& text) {
         for (Row& row : rowsOf(text, "answer")) {
-            const std::string about = row["record"] == "fault" || row["record"] == "voltage"
-                                          ? row["record"]
-                                          : row["record"] + ":" + row["name"] + (row["end"].empty() ? "" : ":") +
-                                                row["end"];
+            const std::string about =
+                row["record"] == "fault" || row["record"] == "voltage"
+                    ? row["record"]
+                    : row["record"] + ":" + row["name"] + (row["end"].empty() ? "" : ":") + row["end"];
             rows_[key(row["place"], row["kind"], about)] = std::move(row);
         }
     }

@@ -54,8 +54,8 @@ class PublishedCase : public testing::TestWithParam<std::string> {
         if (network.contains("folder")) {
             input = fs::path(MORVANE_SOURCE_DIR) / network["folder"].get<std::string>();
         } else if (network.value("form", "") == "summary grid") {
-            cases::writeSummaryGrid(sharedNetworks() / network["shared"][0].get<std::string>(),
-                                    network["maximum"], made);
+            cases::writeSummaryGrid(sharedNetworks() / network["shared"][0].get<std::string>(), network["maximum"],
+                                    made);
             input = made;
         } else {
             fs::create_directories(made);

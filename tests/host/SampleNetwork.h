@@ -46,9 +46,8 @@ inline host::NetworkModel network() {
     w.winding[2] = {kLowNode, 10.5, 15, Grounding::Delta, 0, 0};
     for (int k = 0; k < 3; ++k)
         w.r1[k] = 0.01 * k, w.x1[k] = 0.2 - 0.1 * k, w.r0[k] = 0.01 * k, w.x0[k] = 0.18 - 0.1 * k;
-    m.generators = {
-        {kGenerator, kGeneratorNode, 40, 10.5, 0.8, 0.01, 0.35, 0, 0.2, true, 0, 0.5, 30, 5, "generator", true,
-         0.075, 12.5, 9.5}};
+    m.generators = {{kGenerator, kGeneratorNode, 40, 10.5, 0.8, 0.01, 0.35, 0, 0.2, true, 0, 0.5, 30, 5, "generator",
+                     true, 0.075, 12.5, 9.5}};
     m.shunts = {{kCapacitor, kMiddleNode, -8, 0, 0, false, 10, 38.5, true},
                 {kReactor, kBarB, 5, 0.1, 5, true, 20, 110, true}};
     m.loads = {{kLoad, kMiddleNode, 12, 3, true}};
