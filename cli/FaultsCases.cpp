@@ -33,6 +33,13 @@ bool kindOf(const QString& code, FaultKind& kind) {
     return false;
 }
 
+/// Where the last sign before a place stands that is not one of an exponent; 0 when there is none.
+qsizetype signBefore(const QString& word, qsizetype place) {
+    for (qsizetype k = place - 1; k > 0; --k)
+        if ((word[k] == '+' || word[k] == '-') && word[k - 1].toLower() != 'e') return k;
+    return 0;
+}
+
 QString percentText(double percent) { return QString::number(percent, 'g', 6) + "%"; }
 
 /// Makes conditions of the words of a call.
@@ -161,20 +168,18 @@ std::vector<FaultKind> faultKinds(const FaultsWish& wish) {
 }
 
 bool parseImpedance(const std::string& value, engines::Complex& ohm) {
-    const std::size_t j = value.find('j');
+    const QString word = text(value);
+    const qsizetype j = word.indexOf('j');
     bool realGiven = true, imaginaryGiven = true;
-    const QString real = text(j == std::string::npos ? value : value.substr(0, j));
-    if (j == std::string::npos) {
-        ohm = {real.toDouble(&realGiven), 0};
+    if (j < 0) {
+        ohm = {word.toDouble(&realGiven), 0};
     } else {
         // The sign before j belongs to X, which may stand on either side of it: 5+j3, 5+3j, j3, 3j.
-        const QString after = text(value.substr(j + 1));
-        const qsizetype sign = std::max(real.lastIndexOf('+'), real.lastIndexOf('-'));
-        const QString x =
-            after.isEmpty() ? real.mid(std::max<qsizetype>(sign, 0)) : real.mid(std::max<qsizetype>(sign, 0)) + after;
-        const QString r = sign > 0 ? real.left(sign) : QString("0");
-        if (!after.isEmpty() && sign < 0 && !real.isEmpty()) return false;
-        ohm = {r.toDouble(&realGiven), x.toDouble(&imaginaryGiven)};
+        const qsizetype sign = signBefore(word, j);
+        const QString front = word.mid(sign, j - sign), after = word.mid(j + 1);
+        ohm.real(sign > 0 ? word.left(sign).toDouble(&realGiven) : 0);
+        ohm.imag((front + after).toDouble(&imaginaryGiven));
+        if (!after.isEmpty() && !front.isEmpty() && front != "+" && front != "-") return false;
     }
     return realGiven && imaginaryGiven && std::isfinite(ohm.real()) && std::isfinite(ohm.imag());
 }

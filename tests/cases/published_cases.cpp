@@ -150,6 +150,6 @@ std::vector<std::string> caseNames() {
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, PublishedCase, testing::ValuesIn(caseNames()),
-                         [](const auto& info) { return info.param; });
+                         [](const auto& published) { return published.param; });
 
 }  // namespace
