@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <span>
 
 namespace engines {
 namespace {
@@ -40,7 +41,13 @@ Islands::Islands(const SequenceElements& elements, const std::vector<int>& remov
     }
 }
 
+Islands::Islands(std::shared_ptr<const Islands> whole, std::vector<int> cutOff)
+    : whole_(std::move(whole)), cutOff_(std::move(cutOff)) {}
+
+bool Islands::isCutOff(int bus) const { return std::binary_search(cutOff_.begin(), cutOff_.end(), bus); }
+
 int Islands::floating() const {
+    if (whole_) return whole_->floating() + 1;
     int count = 0;
     for (std::size_t i = 0; i < label_.size(); ++i) count += label_[i] == static_cast<int>(i) && !live_[i];
     return count;
@@ -49,34 +56,51 @@ int Islands::floating() const {
 namespace {
 
 /// Adjacency of a graph whose last node is ground; edges are numbered, branches first.
-struct GroundedGraph {
+class GroundedGraph {
+  public:
     struct Arc {
-        int to, edge;
+        int to = 0, edge = 0;
     };
-    std::vector<std::vector<Arc>> arcs;
 
-    explicit GroundedGraph(const SequenceElements& elements) : arcs(at(elements.buses()) + 1) {
-        int edge = 0;
-        for (const Link& link : elements.links()) {
-            if (link.conducts) add(link.from, link.to, edge);
-            ++edge;
-        }
-        for (const NodeShunt& s : elements.shunts()) add(s.bus, -1, edge++);
+    explicit GroundedGraph(const SequenceElements& elements) : ground_(elements.buses()), start_(at(ground_) + 2, 0) {
+        const auto eachEdge = [&](auto use) {
+            int edge = 0;
+            for (const Link& link : elements.links()) {
+                if (link.conducts) use(node(link.from), node(link.to), edge);
+                ++edge;
+            }
+            for (const NodeShunt& s : elements.shunts()) use(s.bus, ground_, edge++);
+        };
+        eachEdge([&](int a, int b, int) { ++start_[at(a) + 1], ++start_[at(b) + 1]; });
+        for (std::size_t n = 1; n < start_.size(); ++n) start_[n] += start_[n - 1];
+        arcs_.resize(at(start_.back()));
+        std::vector<int> next(start_.begin(), start_.end() - 1);
+        eachEdge([&](int a, int b, int edge) {
+            arcs_[at(next[at(a)]++)] = {b, edge};
+            arcs_[at(next[at(b)]++)] = {a, edge};
+        });
     }
-    void add(int a, int b, int edge) {
-        const int ground = static_cast<int>(arcs.size()) - 1;
-        if (a < 0) a = ground;
-        if (b < 0) b = ground;
-        arcs[at(a)].push_back({b, edge});
-        arcs[at(b)].push_back({a, edge});
+    [[nodiscard]] int nodes() const { return ground_ + 1; }
+    [[nodiscard]] std::span<const Arc> arcs(int node) const {
+        const auto first = static_cast<std::size_t>(start_[static_cast<std::size_t>(node)]);
+        return std::span(arcs_).subspan(first,
+                                        static_cast<std::size_t>(start_[static_cast<std::size_t>(node) + 1]) - first);
     }
+
+  private:
+    [[nodiscard]] int node(int bus) const { return bus < 0 ? ground_ : bus; }
+
+    int ground_;
+    std::vector<int> start_;
+    std::vector<Arc> arcs_;
 };
 
 /// Depth-first search with an explicit stack: a way of ten thousand buses must not exhaust the program's own.
 class BridgeSearch {
   public:
-    BridgeSearch(const GroundedGraph& graph, std::vector<char>& found)
-        : graph_(graph), found_(found), seen_(graph.arcs.size(), 0), low_(graph.arcs.size(), 0) {}
+    /// \param order  takes the nodes as they are met; \param beyond  per branch, takes the part of it behind a bridge
+    BridgeSearch(const GroundedGraph& graph, std::vector<int>& order, std::vector<std::pair<int, int>>& beyond)
+        : graph_(graph), order_(order), beyond_(beyond), seen_(at(graph.nodes()), 0), low_(seen_) {}
 
     void from(int root) {
         if (seen_[at(root)]) return;
@@ -90,12 +114,13 @@ class BridgeSearch {
         std::size_t next = 0;
     };
     void enter(int node, int edge) {
-        seen_[at(node)] = low_[at(node)] = ++time_;
+        order_.push_back(node);
+        seen_[at(node)] = low_[at(node)] = static_cast<int>(order_.size());
         stack_.push_back({node, edge});
     }
     void step() {
         Visit& top = stack_.back();
-        const auto& arcs = graph_.arcs[at(top.node)];
+        const auto arcs = graph_.arcs(top.node);
         if (top.next == arcs.size()) return leave();
         const auto& arc = arcs[top.next++];
         if (arc.edge == top.edge) return;
@@ -111,24 +136,32 @@ class BridgeSearch {
         int& above = low_[at(stack_.back().node)];
         above = std::min(above, low_[at(done.node)]);
         const bool bridge = low_[at(done.node)] > seen_[at(stack_.back().node)];
-        if (bridge && at(done.edge) < found_.size()) found_[at(done.edge)] = 1;
+        if (bridge && at(done.edge) < beyond_.size())
+            beyond_[at(done.edge)] = {seen_[at(done.node)] - 1, static_cast<int>(order_.size())};
     }
 
     const GroundedGraph& graph_;
-    std::vector<char>& found_;
+    std::vector<int>& order_;
+    std::vector<std::pair<int, int>>& beyond_;
     std::vector<int> seen_, low_;
     std::vector<Visit> stack_;
-    int time_ = 0;
 };
 
 }  // namespace
 
-std::vector<char> bridges(const SequenceElements& elements) {
-    std::vector<char> found(elements.links().size(), 0);
+Bridges::Bridges(const SequenceElements& elements) : beyond_(elements.links().size(), {0, 0}) {
     const GroundedGraph graph(elements);
-    BridgeSearch search(graph, found);
+    BridgeSearch search(graph, order_, beyond_);
     for (int i = elements.buses(); i >= 0; --i) search.from(i);
-    return found;
+}
+
+bool Bridges::has(int branch) const { return beyond_[at(branch)].second > 0; }
+
+std::vector<int> Bridges::cutOff(int branch) const {
+    const auto [first, behind] = beyond_[at(branch)];
+    std::vector<int> buses(order_.begin() + first, order_.begin() + behind);
+    std::sort(buses.begin(), buses.end());
+    return buses;
 }
 
 }  // namespace engines

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+#include <utility>
 #include <vector>
 
 #include "engines/network/SequenceElements.h"
@@ -10,18 +12,41 @@ namespace engines {
 class Islands {
   public:
     Islands(const SequenceElements& elements, const std::vector<int>& removed);
-    [[nodiscard]] int of(int bus) const { return label_[static_cast<std::size_t>(bus)]; }
-    [[nodiscard]] bool live(int bus) const { return live_[static_cast<std::size_t>(of(bus))]; }
+    /// The same without some buses of one live island, which the loss of a bridge cuts off; ascending.
+    Islands(std::shared_ptr<const Islands> whole, std::vector<int> cutOff);
+    /// The smallest bus of an island that floats; of one that is live any bus that was its smallest.
+    [[nodiscard]] int of(int bus) const {
+        if (whole_) return isCutOff(bus) ? cutOff_.front() : whole_->of(bus);
+        return label_[static_cast<std::size_t>(bus)];
+    }
+    [[nodiscard]] bool live(int bus) const {
+        if (whole_) return !isCutOff(bus) && whole_->live(bus);
+        return live_[static_cast<std::size_t>(of(bus))];
+    }
     /// Number of islands without a path to a shunt element.
     [[nodiscard]] int floating() const;
 
   private:
+    [[nodiscard]] bool isCutOff(int bus) const;
+
     std::vector<int> label_;  // the smallest bus of the island
     std::vector<char> live_;  // by label
+    std::shared_ptr<const Islands> whole_;
+    std::vector<int> cutOff_;
 };
 
-/// Per branch: whether taking out this one alone leaves buses without a path to a shunt element.
+/// The branches of which the loss of one alone leaves buses without a path to a shunt element.
 /// Source: R. E. Tarjan, A note on finding the bridges of a graph, 1974; ground is one more node here.
-std::vector<char> bridges(const SequenceElements& elements);
+class Bridges {
+  public:
+    explicit Bridges(const SequenceElements& elements);
+    [[nodiscard]] bool has(int branch) const;
+    /// The buses that the loss of a bridge cuts off from ground, or from the rest of a floating island; ascending.
+    [[nodiscard]] std::vector<int> cutOff(int branch) const;
+
+  private:
+    std::vector<int> order_;                   // buses as the search meets them
+    std::vector<std::pair<int, int>> beyond_;  // per branch: the part of the order that lies beyond it
+};
 
 }  // namespace engines

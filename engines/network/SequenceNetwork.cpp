@@ -205,10 +205,15 @@ SymmetricMatrix SequenceNetwork::matrix() const {
     return result;
 }
 
-std::unique_ptr<SequenceNetwork::Update> SequenceNetwork::update(const std::vector<int>& branches) const {
+/// \param held  bus of a part that the branches cut off, to be held as a floating island is; -1 none
+std::unique_ptr<SequenceNetwork::Update> SequenceNetwork::update(const std::vector<int>& branches, int held) const {
     auto result = std::make_unique<Update>();
-    const int n = static_cast<int>(branches.size());
-    Matrix d(n, n), s(n, n);
+    const int n = static_cast<int>(branches.size()), size = held < 0 ? n : n + 1;
+    Matrix d(size, size), s(size, size);
+    const auto take = [&](const BusWeights& weights) {
+        result->halves.push_back(half(weights));
+        result->columns.push_back(factors_->driven(result->halves.back()));
+    };
     for (int c = 0; c < n; ++c) {
         const auto members = elements_->coupledWith(branches[at(c)]);
         const Matrix y = admittance(branches[at(c)]);
@@ -222,11 +227,14 @@ std::unique_ptr<SequenceNetwork::Update> SequenceNetwork::update(const std::vect
         for (int r = 0; r < n; ++r) {
             if (const int other = place(branches[at(r)]); other >= 0) d(r, c) = y(other, own);
         }
-        result->halves.push_back(half(weights));
-        result->columns.push_back(factors_->driven(result->halves.back()));
+        take(weights);
     }
-    for (int r = 0; r < n; ++r) {
-        for (int c = 0; c < n; ++c) s(r, c) = d(r, c) - factors_->dot(result->halves[at(r)], result->columns[at(c)]);
+    if (held >= 0) {
+        take({{held, 1}});
+        d(n, n) = 1.0 / (Complex{0, 1} * std::abs(d(0, 0)));
+    }
+    for (int r = 0; r < size; ++r) {
+        for (int c = 0; c < size; ++c) s(r, c) = d(r, c) - factors_->dot(result->halves[at(r)], result->columns[at(c)]);
     }
     try {
         result->inverse = inverse(s);
@@ -238,17 +246,23 @@ std::unique_ptr<SequenceNetwork::Update> SequenceNetwork::update(const std::vect
 }
 
 // Without a bridge among one branch the network keeps its live and its floating buses; labels of islands that merely
-// fall apart into live ones do not matter.
-std::shared_ptr<const Islands> SequenceNetwork::islandsWithout(const std::vector<int>& branches) const {
-    if (branches.size() == 1 && !bridges_[at(branches.front())]) return islands_;
-    return std::make_shared<const Islands>(*elements_, branches);
-}
-
+// fall apart into live ones do not matter. A bridge of a live island cuts off a part that floats: it is held by the
+// update.
 std::shared_ptr<const SequenceNetwork> SequenceNetwork::makeWithout(const std::vector<int>& removed) const {
-    const std::shared_ptr<const Islands> islands = islandsWithout(removed);
-    const bool splits = islands != islands_ && islands->floating() > islands_->floating();
-    return std::shared_ptr<const SequenceNetwork>(
-        new SequenceNetwork(*this, removed, islands, splits ? nullptr : update(removed)));
+    const auto make = [&](std::shared_ptr<const Islands> islands, std::unique_ptr<Update> update) {
+        return std::shared_ptr<const SequenceNetwork>(
+            new SequenceNetwork(*this, removed, std::move(islands), std::move(update)));
+    };
+    if (removed.size() == 1 && !bridges_->has(removed.front())) return make(islands_, update(removed, -1));
+    if (removed.size() == 1) {
+        auto cutOff = bridges_->cutOff(removed.front());
+        const int held = cutOff.front();
+        if (islands_->live(held))
+            return make(std::make_shared<const Islands>(islands_, std::move(cutOff)), update(removed, held));
+    }
+    auto islands = std::make_shared<const Islands>(*elements_, removed);
+    const bool splits = islands->floating() > islands_->floating();
+    return make(std::move(islands), splits ? nullptr : update(removed, -1));
 }
 
 std::shared_ptr<const SequenceNetwork> SequenceNetwork::without(const std::vector<int>& branches) const {
@@ -257,7 +271,7 @@ std::shared_ptr<const SequenceNetwork> SequenceNetwork::without(const std::vecto
     if (removed.empty()) return shared_from_this();
     {
         const std::lock_guard lock(mutex_);
-        if (bridges_.empty()) bridges_ = bridges(*elements_);
+        if (!bridges_) bridges_ = std::make_unique<const Bridges>(*elements_);
         if (const auto found = variants_.find(removed); found != variants_.end()) return found->second;
     }
     const auto made = makeWithout(removed);

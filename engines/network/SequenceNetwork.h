@@ -30,8 +30,8 @@ class SequenceNetwork : public std::enable_shared_from_this<SequenceNetwork> {
     ~SequenceNetwork();
 
     /// The same network with branches taken out at both ends: a low-rank update of the factors, or new factors where
-    /// the network loses a live part or the update would be ill-conditioned. Valid as long as the whole network.
-    /// \param branches  sorted; only to be asked of a whole network
+    /// several branches together cut a live part off or the update would be ill-conditioned. Valid as long as the whole
+    /// network. \param branches  sorted; only to be asked of a whole network
     [[nodiscard]] std::shared_ptr<const SequenceNetwork> without(const std::vector<int>& branches) const;
 
     [[nodiscard]] const SequenceElements& elements() const { return *elements_; }
@@ -67,11 +67,10 @@ class SequenceNetwork : public std::enable_shared_from_this<SequenceNetwork> {
     SequenceNetwork(const SequenceNetwork& whole, std::vector<int> removed, std::shared_ptr<const Islands> islands,
                     std::unique_ptr<Update> update);
     [[nodiscard]] std::shared_ptr<const SequenceNetwork> makeWithout(const std::vector<int>& removed) const;
-    [[nodiscard]] std::shared_ptr<const Islands> islandsWithout(const std::vector<int>& branches) const;
     [[nodiscard]] SymmetricMatrix matrix() const;
     void hold(SymmetricMatrix& matrix) const;
     void addCoupled(int first, SymmetricMatrix& matrix) const;
-    [[nodiscard]] std::unique_ptr<Update> update(const std::vector<int>& branches) const;
+    [[nodiscard]] std::unique_ptr<Update> update(const std::vector<int>& branches, int held) const;
     void startFromInjection();
     using Halves = std::unordered_map<int, std::shared_ptr<const HalfColumn>>;
     template <class Make>
@@ -86,7 +85,7 @@ class SequenceNetwork : public std::enable_shared_from_this<SequenceNetwork> {
     std::unique_ptr<Update> update_;
 
     mutable std::mutex mutex_;
-    mutable std::vector<char> bridges_;  // found for the first outage
+    mutable std::unique_ptr<const Bridges> bridges_;  // found for the first outage
     mutable Halves halves_, across_;
     mutable std::size_t keptValues_ = 0;
     mutable std::map<std::vector<int>, std::shared_ptr<const SequenceNetwork>> variants_;

@@ -22,6 +22,9 @@ namespace {
 
 const std::string kGroupsFile = exchange::file::kRuleFaults;
 
+/// From so many buses on, threads take less time than they cost.
+constexpr std::size_t kWorthThreads = 500;
+
 std::string ruleText(int rno, int pno, int ruleNo) {
     return "relay " + std::to_string(rno) + ", part " + std::to_string(pno) + ", rule " + std::to_string(ruleNo);
 }
@@ -171,7 +174,8 @@ void runSettings(const std::filesystem::path& directory, std::ostream& err) {
     try {
         const Study study = readStudy(directory);
         ModeStudies calculation(study.network, study.modes);
-        results = evaluateRules(study, calculation);
+        const bool large = study.network.buses.size() >= kWorthThreads;
+        results = evaluateRules(study, calculation, large ? 0 : 1);
     } catch (...) {
         writeResults(directory, {});
         throw;

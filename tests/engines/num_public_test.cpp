@@ -52,13 +52,19 @@ TEST(PublicNetworks, ABridgeIsABranchWhoseLossLeavesBusesWithoutAPathToGround) {
     const Network network = publicCase("case_ieee30.m");
     if (network.buses.empty()) GTEST_SKIP() << "not here: " << sharedNetworks();
     const engines::SequenceElements elements(network, Sequence::Positive, {});
-    const std::vector<char> found = engines::bridges(elements);
+    const engines::Bridges found(elements);
     const int floating = engines::Islands(elements, {}).floating();
     int bridges = 0;
-    for (int k = 0; k < static_cast<int>(found.size()); ++k) {
-        EXPECT_EQ(found[static_cast<std::size_t>(k)] != 0, engines::Islands(elements, {k}).floating() > floating) << k;
-        bridges += found[static_cast<std::size_t>(k)];
+    for (int k = 0; k < static_cast<int>(network.branches.size()); ++k) {
+        const engines::Islands left(elements, {k});
+        EXPECT_EQ(found.has(k), left.floating() > floating) << k;
+        bridges += found.has(k);
+        std::vector<int> dark;
+        for (int i = 0; i < elements.buses(); ++i)
+            if (!left.live(i)) dark.push_back(i);
+        EXPECT_EQ(found.has(k) ? found.cutOff(k) : std::vector<int>{}, dark) << k;
     }
+    EXPECT_EQ(floating, 0);
     EXPECT_GT(bridges, 0);
     EXPECT_LT(bridges, 10);
 }
