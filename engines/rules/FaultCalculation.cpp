@@ -11,8 +11,8 @@ namespace engines {
 
 namespace {
 
-/// Solutions kept at most; a run that asks for more starts keeping anew.
-constexpr std::size_t kKeptSolutions = 4096;
+/// Outages, each in one operating mode, of which solutions are kept; the oldest makes room.
+constexpr std::size_t kKeptOutages = 128;
 
 /// Rounding noise of the solution, in kA, kV and kilo-ohm: a microampere and less is nothing.
 constexpr double kNoise = 1e-9;
@@ -84,13 +84,13 @@ std::shared_ptr<ModeStudies::Solutions> ModeStudies::solutionsOf(int sysNo, cons
     std::string key = keyOf(outage);
     append(key, sysNo);
     const std::lock_guard lock(solutionsMutex_);
-    if (keptSolutions_ >= kKeptSolutions) {
-        solutions_.clear();
-        keptSolutions_ = 0;
+    if (const auto found = solutions_.find(key); found != solutions_.end()) return found->second;
+    if (oldest_.size() >= kKeptOutages) {
+        solutions_.erase(oldest_.front());
+        oldest_.pop_front();
     }
-    auto& kept = solutions_[std::move(key)];
-    if (!kept) kept = std::make_shared<Solutions>();
-    return kept;
+    oldest_.push_back(key);
+    return solutions_.emplace(std::move(key), std::make_shared<Solutions>()).first->second;
 }
 
 Solution ModeStudies::solution(int sysNo, const FaultCase& outage, const FaultCase& fault, Solutions& kept) {
@@ -102,8 +102,7 @@ Solution ModeStudies::solution(int sysNo, const FaultCase& outage, const FaultCa
     const std::vector<Condition> conditions = together(outage, fault);
     Solution solved = mode(sysNo).solve(conditions);
     const std::lock_guard lock(solutionsMutex_);
-    keptSolutions_ += kept.emplace(std::move(key), solved).second ? 1 : 0;
-    return solved;
+    return kept.emplace(std::move(key), std::move(solved)).first->second;
 }
 
 std::vector<QuantitiesSeen> ModeStudies::quantities(int sysNo, const FaultCase& outage,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -76,7 +77,7 @@ class ModeStudies : public FaultCalculation {
     std::map<int, std::unique_ptr<ModeNetwork>> networks_;
     std::mutex solutionsMutex_;
     std::unordered_map<std::string, std::shared_ptr<Solutions>> solutions_;  // by operating mode and outage
-    std::size_t keptSolutions_ = 0;
+    std::deque<std::string> oldest_;
 };
 
 }  // namespace engines
