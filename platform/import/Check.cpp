@@ -17,6 +17,7 @@ namespace {
 constexpr double smallestReactance = 1e-6;  ///< per unit, in place of an impedance that is zero
 constexpr double largestImpedance = 1e12;   ///< per unit; more is a slip, and squares of it would soon overflow
 constexpr double smallestKv = 1e-3, largestKv = 1e4;
+constexpr double smallestMva = 1e-6, largestMva = 1e9;
 
 void came(const host::NetworkModel& model, Report& report) {
     const std::array<std::pair<const char*, std::size_t>, 13> counts{{{"厂站", model.stations.size()},
@@ -155,6 +156,23 @@ void checkVoltages(host::NetworkModel& model, Tally& tally) {
         }
 }
 
+/// \throws ImportError for a rating that is known and beyond every measure
+void checkRatings(const host::NetworkModel& model) {
+    const auto within = [](double low, double value, double high) {
+        return value == 0 || std::isnan(value) || (value >= low && value <= high);
+    };
+    const auto rated = [&](const std::string& name, double mva, double kv) {
+        if (!within(smallestMva, mva, largestMva) || !within(smallestKv, kv, largestKv))
+            throw ImportError("", 0, "“" + name + "”：额定容量或额定电压超出范围");
+    };
+    for (const auto& t : model.transformers2)
+        for (const auto* w : {&t.i, &t.j}) rated(t.name, w->ratedMva, w->ratedKv);
+    for (const auto& t : model.transformers3)
+        for (const auto& w : t.winding) rated(t.name, w.ratedMva, w.ratedKv);
+    for (const auto& g : model.generators) rated(g.name, g.ratedMva, g.ratedKv);
+    for (const auto& s : model.shunts) rated(s.name, s.ratedMvar, s.ratedKv);
+}
+
 void checkSources(host::NetworkModel& model, Tally& tally) {
     for (auto& g : model.generators) {
         repair(tally, "发电机", g.name, g.r1, g.x1);
@@ -216,6 +234,7 @@ void check(host::NetworkModel& model, const Options&, Report& report) {
     came(model, report);
     Tally tally;
     checkVoltages(model, tally);
+    checkRatings(model);
     checkLines(model, tally);
     checkMutuals(model, tally);
     checkTransformers(model, tally);

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -99,6 +100,17 @@ inline std::vector<Condition> outage(const Network& network, int id, bool ground
         rows.push_back(along(network, id, 99, FaultKind::ThreePhaseGround, {}, 21));
     }
     return rows;
+}
+
+/// Conditions in a message.
+inline std::string text(const Network& network, const std::vector<Condition>& rows) {
+    std::ostringstream out;
+    for (const Condition& c : rows) {
+        out << (c.branch.value < 0 ? -1 : network.branches[static_cast<std::size_t>(c.branch.value)].idNo) << " bus "
+            << c.bus.value << " at " << c.percent << " kind " << static_cast<int>(c.kind) << " z " << c.z << " group "
+            << c.group << '\n';
+    }
+    return out.str();
 }
 
 }  // namespace num

@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <utility>
 
 #include "tests/engines/num_grid.h"
 
 /// A second opinion: the whole network written out in phases, every inner point a node of its own, every current an
-/// unknown, solved densely. Slow and plain on purpose; shares no code with the engine. Lines, transformers, sources.
+/// unknown, solved densely. Slow and plain on purpose; shares no code with the engine.
 namespace num {
 
 class PhaseWitness {
@@ -109,22 +110,22 @@ class PhaseWitness {
         if (t.zcType == 2) stamps_.push_back({b, -1, 0, y0});
     }
 
-    /// Coupling of two segments, summed over thin slices of the coupled stretch.
+    /// Share of the coupled stretch that lies along both segments: t runs along it with the first line.
+    static double sharedPart(const exchange::NetMutual& m, const Element& one, const Element& two) {
+        const auto reach = [](double x, double from, double to) { return (100 * x - from) / (to - from); };
+        double low = reach(two.from, m.secondFrom, m.secondTo), high = reach(two.to, m.secondFrom, m.secondTo);
+        if (m.sense < 0) low = 1 - std::exchange(high, 1 - low);
+        low = std::max({low, reach(one.from, m.firstFrom, m.firstTo), 0.0});
+        high = std::min({high, reach(one.to, m.firstFrom, m.firstTo), 1.0});
+        return std::max(0.0, high - low);
+    }
+
     [[nodiscard]] Complex coupling(const Element& p, const Element& q) const {
         Complex sum;
-        constexpr int kSlices = 400;
         for (const auto& m : data_.mutuals) {
-            const bool straight = m.firstId == p.line && m.secondId == q.line;
-            if (!straight && !(m.firstId == q.line && m.secondId == p.line)) continue;
-            const Element &one = straight ? p : q, &two = straight ? q : p;
-            int shared = 0;
-            for (int s = 0; s < kSlices; ++s) {
-                const double t = (s + 0.5) / kSlices, u = m.sense < 0 ? 1 - t : t;
-                const double x = (m.firstFrom + t * (m.firstTo - m.firstFrom)) / 100;
-                const double y = (m.secondFrom + u * (m.secondTo - m.secondFrom)) / 100;
-                shared += x > one.from && x < one.to && y > two.from && y < two.to;
-            }
-            sum += Complex{m.r0, m.x0} * (m.sense * static_cast<double>(shared) / kSlices);
+            const double sense = m.sense;
+            if (m.firstId == p.line && m.secondId == q.line) sum += sense * sharedPart(m, p, q) * Complex{m.r0, m.x0};
+            if (m.firstId == q.line && m.secondId == p.line) sum += sense * sharedPart(m, q, p) * Complex{m.r0, m.x0};
         }
         return sum;
     }
@@ -225,9 +226,42 @@ class PhaseWitness {
             const int row = 3 * nodeOf_[g.no];
             const Complex y1 = 1.0 / Complex{g.r1, g.x1};
             addSequenceAdmittance(row, row, y1, g.grounded ? 1.0 / Complex{g.r0, g.x0} : 0);
-            for (int p = 0; p < 3; ++p) x_[at(row + p)] += y1 * std::polar(1.0, -2 * M_PI / 3 * p);
+            inject(row, y1 * emf(g));
         }
+        for (const auto& sh : data_.shunts) {
+            const int row = 3 * nodeOf_[sh.no];
+            if (sh.grounded && sh.x1 > 0) addSequenceAdmittance(row, row, 0, 1.0 / Complex{sh.r0, sh.x0});
+        }
+        if (network_.loadFlow) addLoads();
         eliminate(n);
+    }
+
+    /// A current of the positive sequence.
+    void inject(int row, Complex current) {
+        for (int p = 0; p < 3; ++p) x_[at(row + p)] += current * std::polar(1.0, -2 * M_PI / 3 * p);
+    }
+    [[nodiscard]] Complex before(int no) const { return network_.buses[at(nodeOf_.at(no))].voltage; }
+    [[nodiscard]] Complex emf(const exchange::NetGenerator& g) const {
+        if (!network_.loadFlow) return 1;
+        return before(g.no) + Complex{g.r1, g.x1} * std::conj(power(g) / before(g.no));
+    }
+    [[nodiscard]] Complex power(const exchange::NetGenerator& g) const {
+        return network_.sources[at(static_cast<int>(&g - data_.generators.data()))].power;
+    }
+
+    /// What the branches take from a bus before the fault and its sources do not give, the loads do, at any voltage.
+    void addLoads() {
+        std::map<int, Complex> missing;
+        for (const auto& b : network_.branches) {
+            const int i = network_.buses[at(b.from.value)].no.value, j = network_.buses[at(b.to.value)].no.value;
+            const Complex current = (before(i) / b.ratio - before(j)) / b.z1;
+            missing[i] += current / b.ratio;
+            missing[j] -= current;
+        }
+        for (const auto& g : data_.generators) missing[g.no] -= std::conj(power(g) / before(g.no));
+        // Less is the noise of a state without loads, which a part that hangs by nothing would not bear.
+        for (const auto& [no, current] : missing)
+            if (std::abs(current) > 1e-6) inject(3 * nodeOf_[no], current);
     }
 
     void eliminate(int n) {

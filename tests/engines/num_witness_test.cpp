@@ -1,5 +1,4 @@
 #include <random>
-#include <sstream>
 
 #include "tests/engines/num_phase_witness.h"
 
@@ -95,16 +94,6 @@ class Dice {
     }
     std::mt19937 engine_;
 };
-
-std::string text(const Network& network, const std::vector<Condition>& rows) {
-    std::ostringstream out;
-    for (const Condition& c : rows) {
-        out << (c.branch.value < 0 ? -1 : network.branches[static_cast<std::size_t>(c.branch.value)].idNo) << " bus "
-            << c.bus.value << " at " << c.percent << " kind " << static_cast<int>(c.kind) << " z " << c.z << " group "
-            << c.group << '\n';
-    }
-    return out.str();
-}
 
 /// Largest difference of all bus voltages and line currents, phase by phase.
 double difference(const Grid& grid, const Network& network, const engines::Solution& solution,
