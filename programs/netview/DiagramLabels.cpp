@@ -5,6 +5,7 @@
 #include <QVector>
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "platform/host/Text.h"
 #include "platform/rtdb/dbDatabase.h"
@@ -53,10 +54,10 @@ struct RelayGroup {
 using Values = std::array<double, kParts>;
 using ValueTable = QHash<QPair<int, QString>, Values>;  // by relay and setting
 
-Display readDisplay() {
+std::optional<Display> readDisplay() {
     Display display;
     sql::Query query;
-    query.exec("SELECT AllDsp,RTypeNo,RlyDspNo,CDz,DzDspNo FROM RLY_RLYDSP");
+    if (!query.exec("SELECT AllDsp,RTypeNo,RlyDspNo,CDz,DzDspNo FROM RLY_RLYDSP")) return std::nullopt;
     for (bool first = true; query.next(); first = false) {
         if (first) display.kind = query.number(0);
         const int type = query.number(1), order = query.number(2), settingOrder = query.number(4);
@@ -220,17 +221,18 @@ void addSettings(LabelSet& labels, const Display& display, const NetworkFilter& 
 }  // namespace
 
 bool refreshLabels(dbDatabase& realTime, const LabelOptions& options) {
-    const Display display = readDisplay();
-    const NetworkFilter filter(options.inNetworkOnly && display.kind != NoLabels);
+    const std::optional<Display> display = readDisplay();
+    if (!display) return false;
+    const NetworkFilter filter(options.inNetworkOnly && display->kind != NoLabels);
     LabelSet labels;
     realTime.commit();
-    if (display.kind == RelayTypes) {
-        if (display.virtualRelays) addVirtualRelays(labels, filter);
-        addRelayTypes(labels, display, filter);
+    if (display->kind == RelayTypes) {
+        if (display->virtualRelays) addVirtualRelays(labels, filter);
+        addRelayTypes(labels, *display, filter);
     }
-    if (display.kind == RelaySettings) addSettings(labels, display, filter, options.relayTypes);
+    if (display->kind == RelaySettings) addSettings(labels, *display, filter, options.relayTypes);
     labels.store(realTime);
-    if (display.kind < NoLabels || display.kind > RelaySettings) return false;
+    if (display->kind < NoLabels || display->kind > RelaySettings) return false;
     realTime.commit();
     return true;
 }

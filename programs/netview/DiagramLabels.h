@@ -10,5 +10,6 @@ struct LabelOptions {
 
 /// Turns the relays of the project into labels of the diagram, as the display table asks: none, the relay types of each
 /// location, or their settings, one line per part. \param realTime  the labels are committed to it
-/// \return false when the display table asks for something else; the labels are then off and the host is not to be told
+/// \return false when the host is not to be told: the display table asks for something else, and the labels are off; or
+/// it cannot be read, and they are as before
 bool refreshLabels(dbDatabase& realTime, const LabelOptions& options);

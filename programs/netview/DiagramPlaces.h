@@ -12,10 +12,11 @@ class dbDatabase;
 /// Where relays can stand, found from what a gesture on the diagram hit.
 struct DiagramPlace {
     Location at;
-    int rType = 0;  ///< element code
+    int rType = -1;  ///< element code; -1 there is no such place
 };
 
-/// The location of a label of this module; empty names when the record is gone. \param recid  number of the label
+/// The location of a label of this module; empty names and no element code when the record is gone. \param recid number
+/// of the label
 DiagramPlace placeOfLabel(dbDatabase& realTime, int recid);
 
 /// The location of an element of the base network. \return nothing for an element that carries no relays, or with a

@@ -208,7 +208,7 @@ void CMorvaneObject::RefreshNetWork(int mlf) { sendToHost(mlf != 0 ? 0x1A : 0x2A
 
 bool CMorvaneObject::RefreshSLG() {
     const LabelOptions options{iRlyDspLoc != 0, source_.Scheme != " " && source_.Case_lf != -1};
-    if (!fdb_ || refreshLabels(*fdb_, options)) sendToHost(4);
+    if (!fdb_ || !fdb_->isOpen() || refreshLabels(*fdb_, options)) sendToHost(4);
     return true;
 }
 

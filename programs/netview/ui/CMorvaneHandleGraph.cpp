@@ -33,7 +33,7 @@ bool CMorvaneHandleGraph::OnElementOpen(const CHandleGraphInfo& info) {
         place = placeOfElement(info);
     else if (parent_->realTime())
         place = placeOfLabel(*parent_->realTime(), info.recid);
-    if (!place || !relayDialog_) return false;
+    if (!place || place->rType < 0 || !relayDialog_) return false;
     if (relayDialog_(*place)) parent_->RefreshSLG();
     return true;
 }

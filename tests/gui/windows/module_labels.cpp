@@ -119,6 +119,12 @@ TEST_F(Labels, StayInTheTableWithTheirTextWhenTheyAreNotLive) {
     module->RefreshSLG();
     EXPECT_THAT(live(), IsEmpty());
     EXPECT_EQ(window.flags.size(), 2);  // an unknown kind is not told to the host
+    show(1, {1});
+    module->RefreshSLG();
+    exec("RENAME TABLE RLY_RLYDSP TO Away");
+    module->RefreshSLG();
+    exec("RENAME TABLE Away TO RLY_RLYDSP");
+    EXPECT_EQ(live().size(), 1);  // what cannot be read changes nothing
 }
 
 TEST_F(Labels, LeaveOtherModulesAloneAndNumberBehindTheirOwn) {
@@ -205,6 +211,10 @@ TEST_F(Gestures, AClickOnALabelTellsLocationAndCoordination) {
     lines.clear();
     graph().OnLabelClicked(labelInfo(0));
     EXPECT_THAT(lines, IsEmpty());
+    graph().OnLabelClicked(labelInfo(999));  // a record that is gone
+    EXPECT_THAT(lines, ElementsAre(""));
+    module->SubStation(0);
+    EXPECT_FALSE(graph().OnElementOpen(labelInfo(999)));
 }
 
 TEST_F(Gestures, ALabelInTheMiddleBelongsToTheFirstEnd) {
