@@ -283,7 +283,7 @@ void Attachments::serveSide(int bar, Side side, std::vector<Request>& requests) 
         const double x = centre + offset + (even ? -pitch / 2 : 0);
         const bool apart =
             std::none_of(free.begin(), free.end(), [&](double f) { return std::abs(f - x) < pitch - 0.5; });
-        if (apart && isFree(bar, side, x, 0.75 * pitch)) free.push_back(x);
+        if (apart && isFree(bar, side, x)) free.push_back(x);
     }
     std::sort(free.begin(), free.end());
     for (std::size_t k = 0; k < requests.size(); ++k) give(requests[k].key, bar, free[k], side);

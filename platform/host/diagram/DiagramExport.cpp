@@ -38,14 +38,14 @@ bool DiagramExport::write(const QString& file, const QRectF& area, QString* erro
     return true;
 }
 
-void DiagramExport::paint(QPainter& painter, const QRectF& area, double scale) const {
+void DiagramExport::paint(QPainter& painter, const QRectF& area, double scale, bool outlines) const {
     const Palette palette = paperPalette();
     painter.fillRect(QRectF(QPointF(0, 0), area.size() * scale), palette.background);
     painter.scale(scale, scale);
     painter.translate(-area.topLeft());
     painter.setClipRect(area);
-    paintDrawing(painter, model_, drawing_, palette, area, {scale, true, true});
-    paintLabels(painter, labels_, palette, area, scale, true);
+    paintDrawing(painter, model_, drawing_, palette, area, {scale, true, outlines});
+    paintLabels(painter, labels_, palette, area, {scale, true, outlines});
 }
 
 bool DiagramExport::writeSvg(QIODevice& out, const QRectF& area) const {
@@ -56,7 +56,7 @@ bool DiagramExport::writeSvg(QIODevice& out, const QRectF& area) const {
     generator.setTitle(QString::fromStdString(model_.name));
     QPainter painter;
     if (!painter.begin(&generator)) return false;
-    paint(painter, area, 1);
+    paint(painter, area, 1, true);
     return painter.end();
 }
 
@@ -70,7 +70,7 @@ bool DiagramExport::writePdf(QIODevice& out, const QRectF& area) const {
     writer.setTitle(QString::fromStdString(model_.name));
     QPainter painter;
     if (!painter.begin(&writer)) return false;
-    paint(painter, area, scale);
+    paint(painter, area, scale, false);
     return painter.end();
 }
 
@@ -79,7 +79,7 @@ bool DiagramExport::writePng(QIODevice& out, const QRectF& area) const {
     QImage image((area.size() * scale).toSize().expandedTo({1, 1}), QImage::Format_RGB32);
     if (image.isNull()) return false;
     QPainter painter(&image);
-    paint(painter, area, scale);
+    paint(painter, area, scale, false);
     painter.end();
     return image.save(&out, "PNG");
 }

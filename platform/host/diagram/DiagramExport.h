@@ -19,7 +19,7 @@ class DiagramExport {
     bool write(const QString& file, const QRectF& area, QString* error) const;
 
   private:
-    void paint(QPainter& painter, const QRectF& area, double scale) const;
+    void paint(QPainter& painter, const QRectF& area, double scale, bool outlines) const;
     bool writeSvg(QIODevice& out, const QRectF& area) const;
     bool writePdf(QIODevice& out, const QRectF& area) const;
     bool writePng(QIODevice& out, const QRectF& area) const;

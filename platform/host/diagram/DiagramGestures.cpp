@@ -149,26 +149,18 @@ void DiagramView::contextMenuEvent(QContextMenuEvent* event) {
     if (!menu.isEmpty()) menu.exec(global);
 }
 
+/// Elements that end on this one, or that it ends on.
 std::vector<int> DiagramView::Impl::neighbours(int figure) const {
+    const auto endsOn = [](const diagram::Figure& from, const diagram::Figure& to) {
+        return std::any_of(from.legs.begin(), from.legs.end(), [&](const diagram::Leg& leg) {
+            return diagram::distanceTo(to, leg.path.first()) < 1 || diagram::distanceTo(to, leg.path.last()) < 1;
+        });
+    };
     std::vector<int> near;
-    std::vector<QPointF> ends;
-    for (const diagram::Leg& leg : drawing.figures[figure].legs)
-        ends.insert(ends.end(), leg.path.begin(), leg.path.end());
-    for (int other : drawing.places.within(drawing.figures[figure].bounds().adjusted(-2, -2, 2, 2))) {
-        if (other == figure || drawing.figures[other].legs.empty()) continue;
-        const auto touches = [&](const QPointF& p) {
-            return std::any_of(
-                drawing.figures[other].legs.begin(), drawing.figures[other].legs.end(),
-                [&](const diagram::Leg& leg) { return leg.path.boundingRect().adjusted(-1, -1, 1, 1).contains(p); });
-        };
-        const auto touchesBack = [&](const diagram::Leg& leg) {
-            const QRectF own = drawing.figures[figure].bounds();
-            return own.adjusted(-1, -1, 1, 1).contains(leg.path.first()) ||
-                   own.adjusted(-1, -1, 1, 1).contains(leg.path.last());
-        };
-        const auto& legs = drawing.figures[other].legs;
-        if (std::any_of(ends.begin(), ends.end(), touches) && std::any_of(legs.begin(), legs.end(), touchesBack))
-            near.push_back(other);
+    const diagram::Figure& own = drawing.figures[figure];
+    for (int other : drawing.places.within(own.bounds().adjusted(-2, -2, 2, 2))) {
+        const diagram::Figure& f = drawing.figures[other];
+        if (other != figure && (endsOn(f, own) || endsOn(own, f))) near.push_back(other);
     }
     return near;
 }

@@ -205,12 +205,12 @@ void DiagramView::drawBackground(QPainter* painter, const QRectF& area) {
         painter->drawText(viewport()->rect(), Qt::AlignCenter, text);
         return;
     }
-    diagram::paintDrawing(*painter, impl_->model, impl_->drawing, impl_->palette, area, {impl_->scale(), false, true});
+    diagram::paintDrawing(*painter, impl_->model, impl_->drawing, impl_->palette, area, {impl_->scale()});
 }
 
 void DiagramView::drawForeground(QPainter* painter, const QRectF& area) {
     if (!impl_->ready) return;
-    diagram::paintLabels(*painter, impl_->labels, impl_->palette, area, impl_->scale(), false);
+    diagram::paintLabels(*painter, impl_->labels, impl_->palette, area, {impl_->scale()});
     const auto highlight = [&](int figure, int strength) {
         if (figure >= 0)
             diagram::paintHighlight(*painter, impl_->drawing.figures[figure], impl_->palette, impl_->scale(), strength);

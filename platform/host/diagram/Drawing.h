@@ -41,12 +41,13 @@ struct Figure {
     Kind kind = Kind::Bar;
     int index = 0;
     Glyph glyph = Glyph::None;
-    std::vector<Leg>
-        legs;           ///< from the I end to the J end; of a three-winding transformer from each node to the symbol
-    QPointF centre;     ///< of the symbol
-    double angle = 0;   ///< of the symbol, degrees clockwise; 0: from top to bottom
-    bool off = false;   ///< out of service
-    bool open = false;  ///< of a switch
+    /// From the I end to the J end; of a three-winding transformer from each node to the symbol.
+    std::vector<Leg> legs;
+    QPointF centre;         ///< of the symbol
+    double angle = 0;       ///< of the symbol, degrees clockwise; 0: from top to bottom
+    bool mirrored = false;  ///< the symbol's left and right change places
+    bool off = false;       ///< out of service
+    bool open = false;      ///< of a switch
     bool openAtI = false, openAtJ = false;
 
     [[nodiscard]] QRectF bounds() const;
@@ -104,8 +105,11 @@ struct Hit {
     int percent = 0;  ///< along the element from its I end
 };
 
-/// The nearest element within `reach`; symbols go before connections, connections before bars.
+/// The nearest element within `reach`: a symbol, else the bar or node right there, else a connection, else a bar.
 Hit hitAt(const Drawing& drawing, const QPointF& point, double reach);
+
+/// Distance of a point from an element's connections.
+double distanceTo(const Figure& figure, const QPointF& point);
 
 /// A point of an element by its place from the I end; of a three-winding transformer with `winding` on that winding's
 /// leg.

@@ -27,7 +27,7 @@ class DrawingPainter {
 
     void paint(const QRectF& area) {
         const std::vector<int> visible = drawing_.places.within(area);
-        p_.setRenderHint(QPainter::Antialiasing, detail_.antialias && (fine_ || visible.size() < fewFigures));
+        p_.setRenderHint(QPainter::Antialiasing, fine_ || visible.size() < fewFigures);
         p_.setRenderHint(QPainter::TextAntialiasing, true);
         if (fine_) frames(area);
         connections(visible);
@@ -96,6 +96,7 @@ class DrawingPainter {
             p_.save();
             p_.translate(f.centre);
             p_.rotate(f.angle);
+            if (f.mirrored) p_.scale(-1, 1);
             paintSymbol(p_, f.glyph, lookOf(f), f.angle);
             p_.restore();
         }
@@ -130,7 +131,7 @@ class DrawingPainter {
                 if ((c.figure < 0) != station || c.box.isEmpty() || !c.box.intersects(area)) continue;
                 const bool bar = c.figure >= 0 && drawing_.figures[c.figure].kind == Kind::Bar;
                 p_.setPen(station || bar ? palette_.text : palette_.quiet);
-                p_.drawText(c.at, c.text);
+                paintText(p_, c.at, c.text, detail_.outlines);
             }
         }
     }

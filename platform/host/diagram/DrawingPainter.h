@@ -10,9 +10,9 @@ namespace diagram {
 
 /// How much of a drawing is painted.
 struct Detail {
-    double scale = 1;    ///< device pixels per scene unit
-    bool exact = false;  ///< all symbols and texts, whatever the scale: for files
-    bool antialias = true;
+    double scale = 1;       ///< device pixels per scene unit
+    bool exact = false;     ///< all symbols and texts, whatever the scale: for files
+    bool outlines = false;  ///< texts as shapes
 };
 
 /// Paints the part of a drawing that meets `area`, in scene coordinates.

@@ -10,6 +10,7 @@ namespace diagram {
 namespace {
 
 constexpr double symbolRadius = 12;
+constexpr double barInk = 2.5;  ///< half of what a bar or a dot covers, with a little to aim at
 
 double lengthOf(const QPolygonF& path) {
     double sum = 0;
@@ -38,7 +39,7 @@ Nearest nearestOn(const QPolygonF& path, const QPointF& point) {
 }
 
 /// Layers in which the nearest is looked for.
-enum Layer { Symbol, Connection, BarOrPoint, layerCount };
+enum Layer { Symbol, Ink, Connection, BarOrPoint, layerCount };
 
 struct Candidate {
     Hit hit;
@@ -66,14 +67,14 @@ int percentAt(const Figure& figure, const QPointF& point) {
 }
 
 void look(const Figure& figure, int number, const QPointF& point, double reach, Candidate (&best)[layerCount]) {
-    double distance = std::numeric_limits<double>::max();
-    for (const Leg& leg : figure.legs) distance = std::min(distance, nearestOn(leg.path, point).distance);
+    double distance = distanceTo(figure, point);
     Layer layer = figure.kind == Kind::Bar || figure.kind == Kind::Point ? BarOrPoint : Connection;
     if (figure.glyph != Glyph::None) {
         const double d = QLineF(figure.centre, point).length();
         if (d <= symbolRadius && figure.kind != Kind::Point) layer = Symbol, distance = d;
         if (figure.kind == Kind::Point) distance = std::min(distance, d);
     }
+    if (layer == BarOrPoint && distance <= barInk) layer = Ink;
     if (layer != Symbol && distance > reach) return;
     if (distance < best[layer].distance) best[layer] = {{number, 0, 0}, distance};
 }
@@ -91,6 +92,12 @@ Hit hitAt(const Drawing& drawing, const QPointF& point, double reach) {
     found->hit.winding = figure.kind == Kind::Transformer3 ? windingAt(figure, point) : 0;
     found->hit.percent = figure.kind == Kind::Transformer3 ? 50 : percentAt(figure, point);
     return found->hit;
+}
+
+double distanceTo(const Figure& figure, const QPointF& point) {
+    double distance = std::numeric_limits<double>::max();
+    for (const Leg& leg : figure.legs) distance = std::min(distance, nearestOn(leg.path, point).distance);
+    return distance;
 }
 
 QPointF pointAlong(const Figure& figure, int percent, int winding) {

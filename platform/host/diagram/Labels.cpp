@@ -4,7 +4,7 @@
 #include <QPainter>
 
 #include "platform/host/diagram/CaptionFont.h"
-#include "platform/host/diagram/Palette.h"
+#include "platform/host/diagram/DrawingPainter.h"
 #include "platform/host/diagram/Room.h"
 #include "platform/rtdb/CaseRecords.h"
 #include "platform/rtdb/dbCursor.h"
@@ -136,8 +136,10 @@ std::vector<Label> readLabels(dbDatabase& realTime, const host::NetworkModel& mo
 }
 
 void paintLabels(QPainter& painter, const std::vector<Label>& labels, const Palette& palette, const QRectF& area,
-                 double scale, bool exact) {
-    const bool readable = exact || scale >= readableFrom;
+                 const Detail& detail) {
+    const double scale = detail.scale;
+    const bool readable = detail.exact || scale >= readableFrom;
+    const QFontMetricsF metrics(captionFont(false));
     painter.setRenderHint(QPainter::Antialiasing, true);
     painter.setFont(captionFont(false));
     for (const Label& label : labels) {
@@ -155,7 +157,11 @@ void paintLabels(QPainter& painter, const std::vector<Label>& labels, const Pale
         }
         painter.drawRoundedRect(label.box, 3, 3);
         painter.setPen(palette.labelText);
-        painter.drawText(label.box.adjusted(4, 2, -4, -2), Qt::AlignLeft | Qt::AlignVCenter, label.text);
+        QPointF baseLine = label.box.topLeft() + QPointF(4, 2 + metrics.ascent());
+        for (const QString& line : label.text.split('\n')) {
+            paintText(painter, baseLine, line, detail.outlines);
+            baseLine.ry() += metrics.lineSpacing();
+        }
     }
 }
 

@@ -10,6 +10,7 @@ class dbDatabase;
 namespace diagram {
 
 struct Palette;
+struct Detail;
 
 /// One label on the diagram.
 struct Label {
@@ -39,7 +40,7 @@ std::vector<Label> readLabels(dbDatabase& realTime, const host::NetworkModel& mo
                               const Drawing& drawing);
 /// Whole texts, or marks where they would be too small to read.
 void paintLabels(QPainter& painter, const std::vector<Label>& labels, const Palette& palette, const QRectF& area,
-                 double scale, bool exact);
+                 const Detail& detail);
 /// Position of the label under a point at this scale; -1: none.
 int labelAt(const std::vector<Label>& labels, const QPointF& point, double scale);
 

@@ -152,6 +152,7 @@ Plan planByPlaces(const host::NetworkModel& model, const NetworkIndex& index) {
         plan.spans[n] = {middle - 15, middle + 15, false, upright};
     }
     nameStations(model, plan);
+    plan.rightAngled = true;
     return plan;
 }
 

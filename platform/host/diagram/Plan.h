@@ -29,6 +29,7 @@ struct Plan {
     std::vector<int> station;    ///< of each node the frame that it belongs to, -1 none
     std::vector<QString> names;  ///< of the frames
     std::vector<BayRow> bayRows;
+    bool rightAngled = false;  ///< lines are led round what stands in their way
 };
 
 /// The model's own coordinates tell most nodes apart.

@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 
-#include "platform/host/diagram/Attachments.h"
-#include "platform/host/diagram/Plan.h"
+#include "platform/host/diagram/Router.h"
 
 namespace diagram {
 
@@ -23,7 +23,6 @@ class Wiring {
         : model_(model), index_(index), attachments_(model, index, plan) {}
 
     Drawing run(const Plan& plan) {
-        for (std::size_t k = 0; k < model_.lines.size(); ++k) line(static_cast<int>(k));
         for (std::size_t k = 0; k < model_.switches.size(); ++k) switchAt(static_cast<int>(k));
         for (std::size_t k = 0; k < model_.transformers2.size(); ++k) transformer2(static_cast<int>(k));
         for (std::size_t k = 0; k < model_.transformers3.size(); ++k) transformer3(static_cast<int>(k));
@@ -31,7 +30,9 @@ class Wiring {
         for (std::size_t k = 0; k < model_.shunts.size(); ++k) shunt(static_cast<int>(k));
         for (std::size_t k = 0; k < model_.loads.size(); ++k) load(static_cast<int>(k));
         nodes(plan);
-        finish(plan);
+        frames(plan);
+        lines(plan);
+        finish();
         return std::move(out_);
     }
 
@@ -49,12 +50,37 @@ class Wiring {
         return path;
     }
 
-    void line(int k) {
+    /// Short lines first: they have least room to give way.
+    void lines(const Plan& plan) {
+        std::vector<std::pair<double, int>> order;
+        std::vector<Attachment> ends;
+        for (std::size_t n = 0; n < model_.lines.size(); ++n) {
+            const int k = static_cast<int>(n);
+            const Attachment *i = at(Kind::Line, k, 0), *j = at(Kind::Line, k, 1);
+            if (!i || !j) {
+                ++out_.leftOut;
+                continue;
+            }
+            order.emplace_back((i->point - j->point).manhattanLength(), k);
+            ends.push_back(*i), ends.push_back(*j);
+        }
+        std::optional<Router> router;
+        if (plan.rightAngled && Router::isWorthwhile(out_, order.size())) {
+            router.emplace(out_, ends);
+            std::sort(order.begin(), order.end());
+        }
+        for (const auto& [length, k] : order) line(k, router ? &*router : nullptr);
+    }
+
+    void line(int k, Router* router) {
         const host::Line& l = model_.lines[k];
         const Attachment *i = at(Kind::Line, k, 0), *j = at(Kind::Line, k, 1);
-        if (!i || !j) return void(++out_.leftOut);
+        QPolygonF path = router ? router->route(*i, *j) : QPolygonF();
+        if (path.isEmpty()) path = between(*i, *j);
+        if (path.first() != i->from) path.prepend(i->from);
+        if (path.last() != j->from) path.append(j->from);
         Figure f(Kind::Line, k);
-        f.legs = {{between(*i, *j), kv(l.i)}};
+        f.legs = {{path, kv(l.i)}};
         f.off = !l.inService, f.openAtI = l.openAtI, f.openAtJ = l.openAtJ;
         f.centre = pointAlong(f, 50);
         out_.figures.push_back(std::move(f));
@@ -153,7 +179,7 @@ class Wiring {
         QPolygonF first{ends[0]->point};
         if (past) first << ends[0]->point + QPointF(aside, 0);
         f.legs.push_back({first << f.centre - QPointF(0, sense * 14), kv(t.winding[0].node)});
-        const bool swapped = (ends[1]->point.x() - ends[2]->point.x()) * sense > 0;
+        const bool swapped = f.mirrored = (ends[1]->point.x() - ends[2]->point.x()) * sense > 0;
         for (int w = 1; w < 3; ++w) {
             const double side = ((w == 1) != swapped ? -1 : 1) * sense;
             const QPointF corner = f.centre + QPointF(side * 7, sense * 13);
@@ -216,11 +242,10 @@ class Wiring {
         }
     }
 
-    void finish(const Plan& plan) {
-        frames(plan);
+    void finish() {
         for (const Figure& f : out_.figures) out_.bounds |= f.bounds();
         for (const Frame& f : out_.frames) out_.bounds |= f.box;
-        out_.bounds.adjust(-60, -60, 60, 60);
+        if (!out_.figures.empty()) out_.bounds.adjust(-60, -60, 60, 60);
         out_.places.build(out_.figures, out_.bounds);
     }
 
