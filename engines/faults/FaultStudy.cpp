@@ -4,7 +4,7 @@
 #include <limits>
 #include <numbers>
 
-#include "engines/faults/PortEquations.h"
+#include "engines/faults/SolutionState.h"
 
 namespace engines {
 namespace {
@@ -58,9 +58,11 @@ Complex emf(const Network& network, const Source& source) {
 }
 
 std::array<Complex, 3> phases(const Sequences& s) {
-    const Complex a = std::polar(1.0, 2 * std::numbers::pi / 3), a2 = std::conj(a);
-    return {s.zero + s.positive + s.negative, s.zero + a2 * s.positive + a * s.negative,
-            s.zero + a * s.positive + a2 * s.negative};
+    // With a = -1/2 + j sqrt(3)/2: a2 p + a n = -(p + n)/2 - j sqrt(3)/2 (p - n).
+    const Complex sum = s.positive + s.negative, half = s.zero - 0.5 * sum;
+    const Complex difference = std::numbers::sqrt3 / 2 * (s.positive - s.negative);
+    const Complex turned{-difference.imag(), difference.real()};
+    return {s.zero + sum, half - turned, half + turned};
 }
 
 /// |relay| / |main| of two currents; 0 when they oppose each other or one of them is nothing.
@@ -75,20 +77,6 @@ static double ratioOf(Complex relay, Complex main) {
 struct ModeNetwork::Impl {
     const Network* network;
     std::shared_ptr<const SequenceNetwork> positive, zero;
-};
-
-struct Solution::State {
-    const Network* network;
-    std::shared_ptr<const Places> places;
-    SequenceFields fields;
-    int fault = -1;
-    bool dead = false;
-
-    template <class Of>
-    Sequences each(Of of) const {
-        if (dead) return {};
-        return {of(fields[0]), of(fields[1]), of(fields[2])};
-    }
 };
 
 ModeNetwork::ModeNetwork(const Network& network, std::vector<ModeChange> changes)

@@ -44,6 +44,11 @@ struct BranchEnd {
     End end = End::I;
 };
 
+/// Phasors of the three phases at every bus, and into every branch end (2 x branch, I first); per unit.
+struct PhaseState {
+    std::vector<std::array<Complex, 3>> voltages, currents;
+};
+
 class ModeNetwork;
 class SequenceNetwork;
 
@@ -65,6 +70,9 @@ class Solution {
     [[nodiscard]] Sequences faultCurrent() const;
     /// Current into all shunt conditions that stand directly at a bus, per unit.
     [[nodiscard]] Sequences faultCurrentAt(BusIndex bus) const;
+    /// All voltages and currents at once: cheaper than asking for more than some hundred of them one by one.
+    /// \param state  written over; its storage is used again
+    void everywhere(PhaseState& state) const;
     /// The bus of the fault, or the end of its branch that is nearer; -1 without a fault.
     [[nodiscard]] BusIndex faultBus() const;
     /// Phases A, B, C that take part in the fault; without one those that the opens leave closed.
@@ -76,6 +84,7 @@ class Solution {
     explicit Solution(std::shared_ptr<const State> state);
 
   private:
+    void branchCurrents(const std::array<ComplexVector, 3>& voltages, PhaseState& state) const;
     std::shared_ptr<const State> state_;
     bool dead_ = false;
 };

@@ -241,12 +241,14 @@ Complex SequenceField::voltage(int bus) const {
     return component(*net.half(BusIndex{bus})) + floating(bus) + (withPrefault_ ? net.prefault(bus) : Complex{});
 }
 
+bool SequenceField::loaded() const { return withPrefault_ && !ports_->net_->startsFlat(); }
+
 // A common voltage of a floating island drives no current, nor does the flat start.
 Complex SequenceField::drop(int branch) const {
     const SequenceNetwork& net = *ports_->net_;
     const Link& link = net.elements().links()[at(branch)];
     const Complex driven = component(*net.across(branch));
-    if (!withPrefault_ || net.startsFlat()) return driven;
+    if (!loaded()) return driven;
     const auto before = [&](int bus) { return bus >= 0 ? net.prefault(bus) : Complex{}; };
     return driven + link.gain * before(link.from) - before(link.to);
 }

@@ -88,8 +88,15 @@ class SequenceField {
     [[nodiscard]] Complex value(int port) const { return values_[static_cast<std::size_t>(port)]; }
     [[nodiscard]] Complex counterpart(int port) const;
     [[nodiscard]] const SequencePorts& ports() const { return *ports_; }
+    /// Voltages of all buses that the unknowns of the ports drive, without those before the fault.
+    [[nodiscard]] ComplexVector components() const;
+    /// Adds to components: the voltages before the fault where currents flow then.
+    void addLoad(ComplexVector& components) const;
+    /// Makes voltages of them: at a flat start 1.0, and common voltages of floating islands.
+    void addCommon(ComplexVector& components) const;
 
   private:
+    [[nodiscard]] bool loaded() const;
     [[nodiscard]] Complex component(const HalfColumn& by) const;
     [[nodiscard]] Complex drop(int branch) const;
     [[nodiscard]] Complex floating(int bus) const;

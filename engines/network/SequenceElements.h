@@ -46,6 +46,7 @@ class SequenceElements {
     [[nodiscard]] const std::shared_ptr<const Ordering>& ordering() const { return ordering_; }
     /// Branches coupled with one another, `branch` among them; that branch alone when it is not coupled.
     [[nodiscard]] std::span<const int> coupledWith(int branch) const;
+    [[nodiscard]] const std::vector<std::vector<int>>& couplings() const { return sets_; }
     /// Impedance between a stretch of one branch and a stretch of another of its coupled set (or of the same branch).
     [[nodiscard]] Complex impedance(int a, Stretch onA, int b, Stretch onB) const;
 

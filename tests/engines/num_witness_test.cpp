@@ -99,10 +99,20 @@ class Dice {
 double difference(const Grid& grid, const Network& network, const engines::Solution& solution,
                   const PhaseWitness& witness) {
     double worst = 0;
+    engines::PhaseState all;
+    solution.everywhere(all);
     const auto compare = [&](Complex a, Complex b) { worst = std::max(worst, std::abs(a - b) / (1 + std::abs(b))); };
     for (const auto& b : grid.data.buses) {
         const auto v = engines::phases(solution.voltage(bus(network, b.no)));
+        const auto& same = all.voltages[static_cast<std::size_t>(bus(network, b.no).value)];
         for (int p = 0; p < 3; ++p) compare(v[static_cast<std::size_t>(p)], witness.voltage(b.no, p));
+        for (std::size_t p = 0; p < 3; ++p) compare(same[p], v[p]);
+    }
+    for (std::size_t k = 0; k < network.branches.size(); ++k) {
+        const auto atI = engines::phases(solution.current({static_cast<int>(k)}, End::I));
+        const auto atJ = engines::phases(solution.current({static_cast<int>(k)}, End::J));
+        for (std::size_t p = 0; p < 3; ++p)
+            compare(all.currents[2 * k][p], atI[p]), compare(all.currents[2 * k + 1][p], atJ[p]);
     }
     for (const auto& l : grid.data.lines) {
         for (const End end : {End::I, End::J}) {
