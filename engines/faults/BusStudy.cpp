@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <limits>
-#include <stdexcept>
 
+#include "engines/faults/ShuntFault.h"
 #include "engines/network/SelectedInverse.h"
 #include "engines/network/SequenceNetwork.h"
 #include "engines/network/Threads.h"
@@ -12,36 +12,6 @@ namespace engines {
 namespace {
 
 std::size_t at(int i) { return static_cast<std::size_t>(i); }
-
-/// Boundary conditions of the faults: Anderson, Analysis of Faulted Power Systems, ch. 3.
-Sequences faultCurrent(FaultKind kind, Complex before, Complex z1, Complex z0, bool grounded, Complex z) {
-    switch (kind) {
-        case FaultKind::ThreePhaseGround:
-            return {product(before, reciprocal(z1 + z)), {}, {}};
-        case FaultKind::PhaseAGround: {
-            const Complex i = grounded ? product(before, reciprocal(2.0 * z1 + z0 + 3.0 * z)) : Complex{};
-            return {i, i, i};
-        }
-        case FaultKind::PhaseBC: {
-            const Complex i = product(before, reciprocal(2.0 * z1 + z));
-            return {i, -i, {}};
-        }
-        case FaultKind::PhaseBCGround: {
-            // The zero sequence's share of the current that comes back.
-            const Complex share = grounded ? product(z1, reciprocal(z1 + z0 + 3.0 * z)) : Complex{};
-            const Complex i = product(before, reciprocal(z1 + product(z1, 1.0 - share)));
-            return {i, product(-i, 1.0 - share), product(-i, share)};
-        }
-        default:
-            throw std::invalid_argument("a bus study knows shunt faults only");
-    }
-}
-
-/// Zero-sequence voltage at the fault where no zero-sequence current can flow.
-Complex displacement(FaultKind kind, const Sequences& v) {
-    if (kind == FaultKind::PhaseAGround) return -(v.positive + v.negative);
-    return kind == FaultKind::PhaseBCGround ? v.positive : Complex{};
-}
 
 /// Current into each branch end before the fault.
 ComplexVector prefaultCurrents(const SequenceNetwork& net, const ComplexVector& voltages) {
@@ -157,7 +127,7 @@ BusFault BusStudy::fault(BusIndex bus, FaultKind kind, Complex z) const {
     if (result.dead) return result;
     const bool grounded = zero_.live[i];
     const Complex z1 = positive_.driving[i], z0 = zero_.driving[i];
-    result.current = faultCurrent(kind, before_[i], z1, z0, grounded, z);
+    result.current = shuntCurrent(kind, before_[i], z1, z0, grounded, z);
     result.voltage = {before_[i] - product(z1, result.current.positive), -product(z1, result.current.negative), {}};
     result.voltage.zero = grounded ? -product(z0, result.current.zero) : displacement(kind, result.voltage);
     return result;

@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "engines/faults/SolutionState.h"
+#include "engines/network/Threads.h"
 
 namespace engines {
 namespace {
@@ -79,11 +80,14 @@ struct ModeNetwork::Impl {
     std::shared_ptr<const SequenceNetwork> positive, zero;
 };
 
-ModeNetwork::ModeNetwork(const Network& network, std::vector<ModeChange> changes)
+ModeNetwork::ModeNetwork(const Network& network, std::vector<ModeChange> changes, int threads)
     : impl_(std::make_unique<Impl>(&network, nullptr, nullptr)) {
     const auto ordering = orderingOf(network);
-    impl_->positive = sequenceNetwork(network, Sequence::Positive, changes, ordering);
-    impl_->zero = sequenceNetwork(network, Sequence::Zero, changes, ordering);
+    const auto one = [&](int part) {
+        (part == 0 ? impl_->positive : impl_->zero) =
+            sequenceNetwork(network, part == 0 ? Sequence::Positive : Sequence::Zero, changes, ordering);
+    };
+    inParallel(2, one, threads);
 }
 ModeNetwork::~ModeNetwork() = default;
 ModeNetwork::ModeNetwork(ModeNetwork&&) noexcept = default;

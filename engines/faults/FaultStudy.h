@@ -92,7 +92,8 @@ class Solution {
 /// The sequence networks of one operating mode, factorised once.
 class ModeNetwork {
   public:
-    ModeNetwork(const Network& network, std::vector<ModeChange> changes);
+    /// \param threads  at most so many, 0: as many as there are processors; the results do not depend on it
+    ModeNetwork(const Network& network, std::vector<ModeChange> changes, int threads = 1);
     ~ModeNetwork();
     ModeNetwork(ModeNetwork&&) noexcept;
     ModeNetwork& operator=(ModeNetwork&&) noexcept;

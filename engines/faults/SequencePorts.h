@@ -33,6 +33,11 @@ class SequencePorts {
     /// ports at one of them add up to zero.
     [[nodiscard]] int floats() const { return static_cast<int>(floats_.size()); }
     [[nodiscard]] int floatOf(int port) const { return views_[static_cast<std::size_t>(port)].floating; }
+    /// What a port sees with, and what a unit of its unknown injects.
+    [[nodiscard]] const HalfColumn& half(int port) const { return views_[static_cast<std::size_t>(port)].half; }
+    [[nodiscard]] const Injection& injection(int port) const {
+        return views_[static_cast<std::size_t>(port)].injection;
+    }
     /// No path from the port to a shunt element of the network.
     [[nodiscard]] bool deadAt(int port) const;
 

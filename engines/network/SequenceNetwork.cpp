@@ -317,12 +317,16 @@ HalfColumn SequenceNetwork::half(const BusWeights& weights) const {
     return combined(factors().ordering(), terms);
 }
 
+ComplexVector SequenceNetwork::sentBack(const DrivenColumn& own) const {
+    if (!update_) return {};
+    ComplexVector seenByOutages;
+    for (const HalfColumn& half : update_->halves) seenByOutages.push_back(factors().dot(half, own));
+    return times(update_->inverse, seenByOutages);
+}
+
 Injection SequenceNetwork::inject(const HalfColumn& weights) const {
     Injection result{factors().driven(weights), {}};
-    if (!update_) return result;
-    ComplexVector seenByOutages;
-    for (const HalfColumn& half : update_->halves) seenByOutages.push_back(factors().dot(half, result.own));
-    result.outages = times(update_->inverse, seenByOutages);
+    result.outages = sentBack(result.own);
     return result;
 }
 

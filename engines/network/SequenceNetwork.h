@@ -48,6 +48,8 @@ class SequenceNetwork : public std::enable_shared_from_this<SequenceNetwork> {
     /// \param weights  of buses that one branch or one coupled set joins
     [[nodiscard]] HalfColumn half(const BusWeights& weights) const;
     [[nodiscard]] Injection inject(const HalfColumn& weights) const;
+    /// What the branches taken out send back for an injection: Injection::outages.
+    [[nodiscard]] ComplexVector sentBack(const DrivenColumn& own) const;
     [[nodiscard]] Complex seen(const HalfColumn& by, const Injection& injection) const;
     /// Columns of the branches taken out by an update; none otherwise.
     [[nodiscard]] std::span<const DrivenColumn> outageColumns() const;

@@ -1,9 +1,11 @@
 #include <random>
 
 #include "engines/faults/BusStudy.h"
+#include "engines/faults/LocalStudy.h"
 #include "tests/engines/num_grid.h"
 
 using namespace num;
+using engines::BranchEnd;
 using engines::BusStudy;
 using engines::Sequences;
 
@@ -89,4 +91,47 @@ TEST(BusStudy, IsTheSolutionOfEachFaultOnItsOwn) {
     }
     EXPECT_EQ(dead, 100 * 2 * 4);
     EXPECT_EQ(ends, 100 * 2 * 15);
+}
+
+// Places at buses and along branches, relays at both ends of every third branch; each branch in turn out: beside them,
+// among them, coupled with them, the only one to its bus.
+TEST(LocalStudy, IsTheSolutionOfEachFaultUnderEachOutage) {
+    int updated = 0, dead = 0;
+    for (unsigned seed = 1; seed <= 30; ++seed) {
+        Dice dice(seed);
+        const Network network = randomNetwork(dice);
+        const ModeNetwork mode(network, {});
+        const int branches = static_cast<int>(network.branches.size());
+        std::vector<BranchEnd> relays;
+        for (int k = 0; k < branches; k += 3) relays.push_back({{k}, End::I}), relays.push_back({{k}, End::J});
+        std::vector<Condition> places;
+        for (const int b : {1, 5, 7}) places.push_back({{}, {b}, 0, FaultKind::ThreePhaseGround, {}, 1});
+        places.push_back({{dice.upTo(9)}, {}, dice.between(5, 95), FaultKind::ThreePhaseGround, {}, 1});
+        engines::LocalStudy study(mode, places, relays);
+        for (int out = -1; out < branches; ++out) {
+            const BranchIndex branch{out};
+            study.takeOut({&branch, out < 0 ? 0u : 1u});
+            updated += study.updated();
+            for (int p = 0; p < static_cast<int>(places.size()); ++p) {
+                std::vector<Condition> rows{places[static_cast<std::size_t>(p)]};
+                rows[0].kind = static_cast<FaultKind>(1 + dice.upTo(4)), rows[0].z = dice.impedance(.05);
+                for (const double end : {0., 100.}) {
+                    if (out >= 0) rows.push_back({branch, {}, end, FaultKind::OpenABC, {kOpen, kOpen}, 21});
+                }
+                const auto solution = mode.solve(rows);
+                const auto fault = study.fault(p, rows[0].kind, rows[0].z);
+                ASSERT_EQ(fault.dead, solution.dead());
+                dead += fault.dead;
+                double worst =
+                    distance(fault.current, solution.faultCurrent()) + distance(fault.voltage, solution.faultVoltage());
+                for (std::size_t r = 0; r < relays.size(); ++r) {
+                    worst = std::max(worst, distance(study.current(fault, static_cast<int>(r)),
+                                                     solution.current(relays[r].branch, relays[r].end)));
+                }
+                EXPECT_LT(worst, 1e-9) << "seed " << seed << " out " << out << " place " << p;
+            }
+        }
+    }
+    EXPECT_GT(updated, 40);
+    EXPECT_GT(dead, 0);
 }
