@@ -42,49 +42,41 @@ Complex coupledShare(const SequenceNetwork& net, const SelectedInverse& inverse,
 
 }  // namespace
 
-BusStudy::Answers BusStudy::answers(const SequenceNetwork& net) const {
-    const SelectedInverse inverse(net.factors());
-    const auto& branches = mode_->network().branches;
-    const auto& links = net.elements().links();
-    const Ordering& ordering = net.factors().ordering();
-    Answers result{ComplexVector(at(ordering.n)), ComplexVector(links.size()), ComplexVector(2 * links.size()),
-                   std::vector<char>(at(ordering.n)), std::vector<int>(at(ordering.n))};
-    for (int i = 0; i < ordering.n; ++i) {
-        result.driving[at(i)] = inverse.diagonal(i);
-        result.live[at(i)] = net.islands().live(i);
-        result.island[at(i)] = net.islands().of(i);
-    }
-    for (const Link& link : links) {
-        const std::size_t k = at(link.branch);
-        const Complex between = result.transfer[k] = inverse.slot(ordering.pairSlot[k]);
+BusStudy::Answers::Answers(const SequenceNetwork& network)
+    : net(&network), inverse(network.factors()), share(2 * network.elements().links().size()) {
+    const auto& pairs = network.elements().ordering()->pairs;
+    const auto& slots = network.elements().ordering()->pairSlot;
+    const bool coupled = !network.elements().couplings().empty();
+    for (const Link& link : network.elements().links()) {
         if (!link.conducts) continue;
-        const int i = branches[k].from.value, j = branches[k].to.value;
-        Complex &atI = result.share[2 * k], &atJ = result.share[2 * k + 1];
-        if (net.elements().coupledWith(link.branch).size() > 1) {
-            atI = link.gain * coupledShare(net, inverse, link.branch, i);
-            atJ = -coupledShare(net, inverse, link.branch, j);
+        const auto k = static_cast<std::size_t>(link.branch);
+        Complex &atI = share[2 * k], &atJ = share[2 * k + 1];
+        const auto [i, j] = pairs[k];
+        if (coupled && network.elements().coupledWith(link.branch).size() > 1) {
+            atI = link.gain * coupledShare(network, inverse, link.branch, i);
+            atJ = -coupledShare(network, inverse, link.branch, j);
             continue;
         }
         const bool through = link.from >= 0 && link.to >= 0;
-        const Complex other = through ? between : Complex{}, out = link.y * link.gain;
-        if (link.from >= 0) atI = product(out, other - link.gain * result.driving[at(i)]);
-        if (link.to >= 0) atJ = product(link.y, link.gain * other - result.driving[at(j)]);
+        const Complex other = through ? inverse.slot(slots[k]) : Complex{}, out = link.y * link.gain;
+        if (link.from >= 0) atI = product(out, other - link.gain * inverse.diagonal(i));
+        if (link.to >= 0) atJ = product(link.y, link.gain * other - inverse.diagonal(j));
     }
-    return result;
 }
 
 BusStudy::BusStudy(const ModeNetwork& mode, int threads) : mode_(&mode) {
     const SequenceNetwork &positive = mode.sequence(Sequence::Positive), &zero = mode.sequence(Sequence::Zero);
     const auto piece = [&](int part) {
         if (part == 1) {
-            zero_ = answers(zero);
+            zero_.emplace(zero);
             return;
         }
-        positive_ = answers(positive);
+        positive_.emplace(positive);
         listEnds();
         listSources();
+        if (positive.startsFlat()) return;
         before_ = positive.prefaultVoltages();
-        if (!positive.startsFlat()) beforeAtEnd_ = prefaultCurrents(positive, before_);
+        beforeAtEnd_ = prefaultCurrents(positive, before_);
     };
     inParallel(2, piece, threads);
 }
@@ -116,40 +108,36 @@ void BusStudy::listSources() {
 }
 
 Complex BusStudy::impedance(Sequence sequence, BusIndex bus) const {
-    const Answers& answers = sequence == Sequence::Positive ? positive_ : zero_;
-    if (!answers.live[at(bus.value)]) return {std::numeric_limits<double>::infinity(), 0};
-    return answers.driving[at(bus.value)];
+    const Answers& answers = sequence == Sequence::Positive ? *positive_ : *zero_;
+    if (!answers.net->islands().live(bus.value)) return {std::numeric_limits<double>::infinity(), 0};
+    return answers.inverse.diagonal(bus.value);
 }
 
 BusFault BusStudy::fault(BusIndex bus, FaultKind kind, Complex z) const {
-    const std::size_t i = at(bus.value);
-    BusFault result{bus, {}, {}, !positive_.live[i]};
+    const int i = bus.value;
+    BusFault result{bus, {}, {}, !positive_->net->islands().live(i)};
     if (result.dead) return result;
-    const bool grounded = zero_.live[i];
-    const Complex z1 = positive_.driving[i], z0 = zero_.driving[i];
-    result.current = shuntCurrent(kind, before_[i], z1, z0, grounded, z);
-    result.voltage = {before_[i] - product(z1, result.current.positive), -product(z1, result.current.negative), {}};
+    const bool grounded = zero_->net->islands().live(i);
+    const Complex z1 = positive_->inverse.diagonal(i), z0 = zero_->inverse.diagonal(i);
+    result.current = shuntCurrent(kind, before(i), z1, z0, grounded, z);
+    result.voltage = {before(i) - product(z1, result.current.positive), -product(z1, result.current.negative), {}};
     result.voltage.zero = grounded ? -product(z0, result.current.zero) : displacement(kind, result.voltage);
     return result;
-}
-
-std::size_t BusStudy::bytes() const {
-    std::size_t values = before_.size() + beforeAtEnd_.size();
-    for (const Answers* a : {&positive_, &zero_}) values += a->driving.size() + a->transfer.size() + a->share.size();
-    const std::size_t buses = before_.size();
-    return values * sizeof(Complex) + buses * 2 * (1 + sizeof(int)) + ends_.items.size() * sizeof(BranchEnd) +
-           (ends_.start.size() + sources_.start.size() + sources_.items.size()) * sizeof(int);
 }
 
 Sequences BusStudy::farVoltage(const BusFault& fault, BranchEnd end) const {
     if (fault.dead) return {};
     const Branch& branch = mode_->network().branches[at(end.branch.value)];
-    const std::size_t far = at((end.end == End::I ? branch.to : branch.from).value);
-    const Complex z1 = positive_.transfer[at(end.branch.value)], z0 = zero_.transfer[at(end.branch.value)];
-    const bool displaced = !zero_.live[far] && zero_.island[far] == zero_.island[at(fault.bus.value)];
-    Sequences result{before_[far] - z1 * fault.current.positive, -z1 * fault.current.negative,
-                     displaced ? fault.voltage.zero : -z0 * fault.current.zero};
-    if (!positive_.live[far]) result.positive = result.negative = {};
+    const int far = (end.end == End::I ? branch.to : branch.from).value;
+    const int slot = positive_->net->elements().ordering()->pairSlot[at(end.branch.value)];
+    const Islands& islands = zero_->net->islands();
+    const bool displaced = !islands.live(far) && islands.of(far) == islands.of(fault.bus.value);
+    Sequences result;
+    result.zero = displaced ? fault.voltage.zero : -product(zero_->inverse.slot(slot), fault.current.zero);
+    if (!positive_->net->islands().live(far)) return result;
+    const Complex z1 = positive_->inverse.slot(slot);
+    result.positive = before(far) - product(z1, fault.current.positive);
+    result.negative = -product(z1, fault.current.negative);
     return result;
 }
 
@@ -158,6 +146,13 @@ Sequences BusStudy::sourceCurrent(const BusFault& fault, int source) const {
     const Source& s = mode_->network().sources[at(source)];
     return {(emf(mode_->network(), s) - fault.voltage.positive) / s.z1, -fault.voltage.negative / s.z1,
             s.grounded ? -fault.voltage.zero / s.z0 : Complex{}};
+}
+
+std::size_t BusStudy::bytes() const {
+    std::size_t values = before_.size() + beforeAtEnd_.size();
+    for (const Answers* a : {&*positive_, &*zero_}) values += a->share.size() + a->inverse.size();
+    return values * sizeof(Complex) + ends_.items.size() * sizeof(BranchEnd) +
+           (ends_.start.size() + sources_.start.size() + sources_.items.size()) * sizeof(int);
 }
 
 }  // namespace engines

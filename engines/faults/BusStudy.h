@@ -1,9 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <vector>
 
 #include "engines/faults/FaultStudy.h"
+#include "engines/network/SelectedInverse.h"
 
 /// Faults at every bus of one operating mode from a selected inverse of its sequence networks: nothing is solved per
 /// bus, each answer costs a few operations.
@@ -42,13 +44,13 @@ class BusStudy {
     [[nodiscard]] std::size_t bytes() const;
 
   private:
-    /// What one sequence network answers; by bus, by branch, or by branch and end (2 x branch, I first).
+    /// What one sequence network answers.
     struct Answers {
-        ComplexVector driving;    ///< impedance of a bus; what is held fictitiously where it floats
-        ComplexVector transfer;   ///< impedance between the two ends of a branch
-        ComplexVector share;      ///< current into a branch end for a unit of fault current at its bus
-        std::vector<char> live;   ///< by bus
-        std::vector<int> island;  ///< by bus
+        explicit Answers(const SequenceNetwork& network);
+        const SequenceNetwork* net;
+        SelectedInverse inverse;
+        ComplexVector
+            share;  ///< current into a branch end (2 x branch, I first) for a unit of fault current at its bus
     };
     /// Things at a bus, bus after bus.
     template <class T>
@@ -63,13 +65,16 @@ class BusStudy {
     static std::size_t place(BranchEnd e) {
         return 2 * static_cast<std::size_t>(e.branch.value) + (e.end == End::J ? 1 : 0);
     }
-    [[nodiscard]] Answers answers(const SequenceNetwork& net) const;
+    [[nodiscard]] Complex before(int bus) const {
+        if (before_.empty()) return 1;
+        return before_[static_cast<std::size_t>(bus)];
+    }
     void listEnds();
     void listSources();
 
     const ModeNetwork* mode_;
-    Answers positive_, zero_;
-    ComplexVector before_;       ///< voltage of a bus before the fault
+    std::optional<Answers> positive_, zero_;
+    ComplexVector before_;       ///< voltage of a bus before the fault; empty at a flat start
     ComplexVector beforeAtEnd_;  ///< current into a branch end before the fault; empty at a flat start
     AtBus<BranchEnd> ends_;
     AtBus<int> sources_;
@@ -77,9 +82,9 @@ class BusStudy {
 
 inline Sequences BusStudy::current(const BusFault& fault, BranchEnd end) const {
     const std::size_t e = place(end);
-    const Complex share1 = positive_.share[e];
+    const Complex share1 = positive_->share[e];
     Sequences result{product(share1, fault.current.positive), product(share1, fault.current.negative),
-                     product(zero_.share[e], fault.current.zero)};
+                     product(zero_->share[e], fault.current.zero)};
     if (!beforeAtEnd_.empty() && !fault.dead) result.positive += beforeAtEnd_[e];
     return result;
 }

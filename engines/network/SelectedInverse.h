@@ -15,6 +15,8 @@ class SelectedInverse {
         return diagonal_[static_cast<std::size_t>(ordering_->place[static_cast<std::size_t>(i)])];
     }
     [[nodiscard]] Complex slot(int slot) const { return lower_[static_cast<std::size_t>(slot)]; }
+    /// Number of entries.
+    [[nodiscard]] std::size_t size() const { return diagonal_.size() + lower_.size(); }
     /// \throws std::out_of_range outside of the structure
     [[nodiscard]] Complex entry(int i, int j) const;
 
