@@ -4,6 +4,7 @@
 #include <QToolTip>
 #include <QVBoxLayout>
 
+#include "platform/host/Text.h"
 #include "platform/host/WinDockFeedback.h"
 #include "platform/recordform/CDataForm.h"
 #include "platform/recordform/CSqlDialogBtns.h"
@@ -118,7 +119,7 @@ bool CSqlDialog::ProvideTmpTable() {
     table_ = std::make_unique<sql::CopySession>(metaObject()->className(), "_TEM", QVector<sql::TableCopy>{copy});
     QString failed;
     if (table_->open(sql::makeCopy, &failed)) return true;
-    tell("建立" + failed + "表失败");
+    tell(Text::tr("建立") + failed + Text::tr("表失败"));
     return false;
 }
 
@@ -126,7 +127,7 @@ bool CSqlDialog::SaveTmpTable() { return table_ && table_->commit(); }
 
 bool CSqlDialog::DropTmpTable() {
     if (!table_ || !table_->isOpen() || table_->restore()) return true;
-    tell(QStringLiteral("不能恢复打开窗口前的数据，数据库中的数据未改变"));
+    tell(Text::tr("不能恢复打开窗口前的数据，数据库中的数据未改变"));
     return false;
 }
 

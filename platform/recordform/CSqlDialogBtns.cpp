@@ -100,7 +100,7 @@ void CSqlDialogBtns::ToolButton_Export_clicked() {
     if (file.isEmpty()) return;
     QSaveFile out(file);
     if (out.open(QIODevice::WriteOnly) && out.write(csvOf(*form_)) >= 0 && out.commit()) return;
-    WinDockFeedback::ShowMessage(("不能写文件" + file + "：" + out.errorString()).toUtf8().constData(), "", "", "",
+    WinDockFeedback::ShowMessage((tr("不能写文件%1：%2").arg(file, out.errorString())).toUtf8().constData(), "", "", "",
                                  WinDockFeedback::Error);
 }
 

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <algorithm>
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/CRDatabase.h"
 #include "programs/frame/Messages.h"
@@ -94,7 +95,9 @@ EditSession::EditSession(const QString& owner, const QVector<Table>& tables, con
 bool EditSession::open(const QString& consequence) {
     QString failed;
     if (copies_.open(makeShadow, &failed)) return true;
-    ReportError("建立" + failed + "表失败" + (consequence.isEmpty() ? QString() : "，" + consequence), 0);
+    ReportError(Text::tr("建立") + failed + Text::tr("表失败") +
+                    (consequence.isEmpty() ? QString() : Text::tr("，") + consequence),
+                0);
     return false;
 }
 
@@ -103,7 +106,7 @@ bool EditSession::commit() { return copies_.commit(); }
 bool EditSession::restore() {
     if (!copies_.isOpen()) return false;
     if (copies_.restore()) return true;
-    ReportError(QStringLiteral("不能恢复打开窗口前的数据，数据库中的数据未改变"), 0);
+    ReportError(Text::tr("不能恢复打开窗口前的数据，数据库中的数据未改变"), 0);
     return false;
 }
 

@@ -111,5 +111,5 @@ void WinDLgSearch::PushButton_Cancel_Clicked() { reject(); }
 // Enter in the line searches and takes nothing.
 void WinDLgSearch::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!enter || !lineEdit_Search->hasFocus()) QDialog::keyPressEvent(event);
+    if (!enter || focusWidget() != lineEdit_Search) QDialog::keyPressEvent(event);
 }

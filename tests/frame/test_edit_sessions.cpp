@@ -206,6 +206,20 @@ TEST_F(EditSessions, AKilledProgramsEditsGoBackOrAreKept) {
     }
 }
 
+TEST_F(EditSessions, SessionsOfOneWindowAreOneLeftover) {
+    {
+        EditSession details("D", {{"RLY_RUD", 118}}, "_TEM"), master("D", {{"RLY_RDZ", 119}}, "_TEM");
+        ASSERT_TRUE(details.open() && master.open() && change());
+    }
+    const auto found = EditSession::leftovers();
+    ASSERT_EQ(found.size(), 1);
+    EXPECT_EQ(found[0].tables, (QStringList{"RLY_RUD", "RLY_RDZ"}));
+    EXPECT_TRUE(EditSession::goBack(found[0]));
+    EXPECT_EQ(names(), before);
+    EXPECT_EQ(sql::scalar({}, "SELECT COUNT(*) FROM RLY_RDZ WHERE Cdz='Z'").toInt(), 2);
+    EXPECT_TRUE(EditSession::leftovers().isEmpty());
+}
+
 TEST_F(EditSessions, TheNextSessionReplacesAWholeLeftover) {
     { ASSERT_TRUE(EditSession("D", kRelayTables, "_TEM").open() && change()); }
     EditSession next("E", {{"RLY_RUD", 118}}, "_TEM");

@@ -62,7 +62,7 @@ class PickModel : public QAbstractTableModel {
     int columnCount(const QModelIndex&) const override { return static_cast<int>(columns.size()); }
     QVariant data(const QModelIndex& index, int role) const override {
         const Column& column = columns[index.column()];
-        if (role == Qt::DisplayRole) return rows[index.row()].*column.member;
+        if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return rows[index.row()].*column.member;
         if (role == Qt::TextAlignmentRole && column.member == kLevel.member)
             return QVariant(Qt::AlignRight | Qt::AlignVCenter);
         return {};
@@ -155,8 +155,8 @@ void ElementPicker::setRows(QVector<host::PickRow> rows) {
 
 void ElementPicker::filter(const QString& text) {
     static_cast<WordFilter*>(shown_)->setWords(text.split(' ', Qt::SkipEmptyParts));
-    if (!tableView_Element->currentIndex().isValid()) tableView_Element->selectRow(0);
-    tableView_Element->scrollTo(tableView_Element->currentIndex());
+    tableView_Element->selectRow(0);
+    tableView_Element->scrollToTop();
     showState();
 }
 

@@ -28,8 +28,12 @@ void RecordCell::setEditorData(QWidget* editor, const QModelIndex& index) const 
 }
 
 void RecordCell::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const {
-    if (TableEditorItem* own = ownEditor(table_, index)) return own->takeFrom(editor);
-    QStyledItemDelegate::setModelData(editor, model, index);
+    const QVariant before = index.data();
+    if (TableEditorItem* own = ownEditor(table_, index))
+        own->takeFrom(editor);
+    else
+        QStyledItemDelegate::setModelData(editor, model, index);
+    if (index.data() != before) emit table_->valueChanged(index.row(), index.column());
 }
 
 bool RecordCell::editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,

@@ -116,13 +116,6 @@ void RecordTable::keyPressEvent(QKeyEvent* event) {
     if (!currentIndex().isValid() || !edit(currentIndex(), EditKeyPressed, event)) event->ignore();
 }
 
-void RecordTable::commitData(QWidget* editor) {
-    const QModelIndex index = indexAt(editor->pos());
-    const QString before = index.data().toString();
-    QTableWidget::commitData(editor);
-    if (index.isValid() && index.data().toString() != before) emit valueChanged(index.row(), index.column());
-}
-
 void RecordTable::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
     const QModelIndex at = currentIndex();
     QTableWidget::closeEditor(editor, hint);

@@ -40,7 +40,6 @@ class RecordTable : public QTableWidget {
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
-    void commitData(QWidget* editor) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     /// How the delegate draws a cell; for marks.

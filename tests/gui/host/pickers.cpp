@@ -62,10 +62,10 @@ TEST_F(SamplePickers, ListBranchesByStationAndLevelWithARowForEachWinding) {
                            q(sample::kThree + ":" + sample::kStar + ">" + sample::kLowNode)}));
     EXPECT_EQ(found.filter(q(sample::kShifter)).size(), 0) << "phase shifters have a table of their own";
     ASSERT_EQ(rows.size(), 6);
-    for (const host::PickRow& row : rows) {
-        if (row.name == q(sample::kTransformer)) EXPECT_EQ(row.level + row.station, "110/10白水厂");
-        if (row.name == q(sample::kLine2)) EXPECT_EQ(row.level + row.station, "110青'山变 - 白水厂");
-    }
+    QMap<QString, QString> places;
+    for (const host::PickRow& row : rows) places[row.name] = row.level + row.station;
+    EXPECT_EQ(places[q(sample::kTransformer)], "110/10白水厂");
+    EXPECT_EQ(places[q(sample::kLine2)], "110青'山变 - 白水厂");
     EXPECT_EQ(rows.first().station, "白水厂");
     EXPECT_EQ(host::branchRows({}, {"CDB_SHIFT", "CDB_BREAKERBAK", "CDB_NOSUCHBAK"}).size(), 2);
     EXPECT_TRUE(host::branchRows({}, {"CDB_NOSUCHBAK"}).isEmpty());
@@ -171,9 +171,9 @@ TEST_F(Pickers, NineThousandBranchesOpenAndFilterAtOnce) {
     qint64 opened = 0, filtered = 0;
     then([&](QDialog* dialog) {
         opened = timer.restart();
-        dialog->findChild<QLineEdit*>()->setText("站64");
+        dialog->findChild<QLineEdit*>()->setText("L123");
         filtered = timer.elapsed();
-        EXPECT_EQ(model(dialog)->rowCount(), 2 * 9000 / 4500 * 7 * 2 - 8);
+        EXPECT_EQ(model(dialog)->rowCount(), 11);
         dialog->reject();
     });
     picker.ChooseBranch("", "", "");

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QDialog>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -11,8 +12,6 @@
 #include "programs/frame/ui/CBrowseBaseDialog.h"
 #include "programs/frame/ui/PaintTable.h"
 #include "tests/gui/Screenshot.h"
-
-#include <QLineEdit>
 
 namespace {
 
@@ -48,6 +47,12 @@ class Half : public QDialog {
     void ToolButton_SortRec_clicked() {}
     void Button_OK_clicked() {}
 };
+
+/// Shortcuts work in the active window alone.
+bool becomesActive(QWidget& window) {
+    window.activateWindow();
+    return QTest::qWaitForWindowActive(&window);
+}
 
 int search(const QStringList& items, const std::function<void(WinDLgSearch&)>& act) {
     WinDLgSearch dialog(items, 5);
@@ -85,7 +90,9 @@ TEST(RecordFrame, EveryButtonCallsTheSlotOfItsName) {
     window.calls.clear();
     QTest::mouseClick(frame.Button_OK, Qt::LeftButton);
     QTest::mouseClick(frame.Button_Cancel, Qt::LeftButton);
-    QTest::keyClick(&window, Qt::Key_PageDown, Qt::ControlModifier);
+    ASSERT_TRUE(becomesActive(window));
+    QTest::keyClick(&window, Qt::Key_PageDown, Qt::ControlModifier);  // presses the button for a moment
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.calls.size() > 2; }, 2000));
     EXPECT_EQ(window.calls, (QStringList{"OK", "Cancel", "NextRec"}));
 }
 
@@ -122,6 +129,7 @@ TEST(Search, FindsTheFirstByCaseAndGivesTheCurrentRow) {
                          dialog.lineEdit_Search->setText("L1");
                          for (int i = 0; i < 2; ++i) QTest::mouseClick(dialog.pushButton_Select, Qt::LeftButton);
                          EXPECT_EQ(dialog.table_Key->currentRow(), 0) << "the button looks from the first row";
+                         EXPECT_TRUE(becomesActive(dialog));
                          QTest::keyClick(&dialog, Qt::Key_F3);
                          EXPECT_EQ(dialog.table_Key->currentRow(), 3);
                          dialog.table_Key->setFocus();

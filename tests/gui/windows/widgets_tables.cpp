@@ -87,7 +87,7 @@ TEST_F(Tables, MarksAreThoseOfTheArrayInTheMarkedColumn) {
     EXPECT_EQ(colourAt(0, 1), QColor(Qt::green));
     EXPECT_EQ(colourAt(2, 1), QColor(Qt::green));
     EXPECT_EQ(colourAt(1, 1), plain);
-    EXPECT_EQ(colourAt(0, 0), plain);
+    EXPECT_EQ(colourAt(2, 0), plain);
     takeScreenshot(table, "paint_table");
 }
 
@@ -189,7 +189,7 @@ TEST(TableWidths, AreRememberedByTheNameOfTheTable) {
         window.resize(400, 200);
         window.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-        if (pass == 2) EXPECT_GT(table->columnWidth(0), 100);
+        EXPECT_EQ(table->columnWidth(0) > 100, pass == 2);
         QHeaderView* header = table->horizontalHeader();
         const QPoint edge(header->sectionPosition(1) - 1, header->height() / 2);
         QTest::mousePress(header->viewport(), Qt::LeftButton, {}, edge);
