@@ -196,10 +196,10 @@ void FullFault(benchmark::State& state) {
 
 /// Branches whose loss leaves the network whole, and that are no relay's.
 std::vector<int> outages(const Case& c, int count) {
-    const std::vector<char> bridge = bridges(c.mode.sequence(Sequence::Positive).elements());
+    const Bridges bridges(c.mode.sequence(Sequence::Positive).elements());
     std::vector<int> result;
     for (int k = 0; k < c.branches() && static_cast<int>(result.size()) < count; ++k) {
-        if (!bridge[static_cast<std::size_t>(k)] && k % (c.branches() / 20) != 0) result.push_back(k);
+        if (!bridges.has(k) && k % (c.branches() / 20) != 0) result.push_back(k);
     }
     return result;
 }
