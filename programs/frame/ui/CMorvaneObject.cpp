@@ -67,8 +67,16 @@ const CMorvaneObject::MenuRow* CMorvaneObject::rowOf(const QString& name) {
         {"RlyEditSelectRTypeAction", [](auto& module, bool& handled) { return module.run(WinDlgDspRly(), handled); }},
         {"RlyEditSetDzNameAction",
          [](auto& module, bool& handled) { return module.run(WinDlgDefineDspDz(), handled); }},
-        {"RlyEditSetDumRlyAction", [](auto&, bool&) { return SearchDumRelay() || true; }},
-        {"RlySetUserAction", [](auto&, bool&) { return WinDlgSetUser().exec() || true; }},
+        {"RlyEditSetDumRlyAction",
+         [](auto&, bool&) {
+             SearchDumRelay();
+             return true;
+         }},
+        {"RlySetUserAction",
+         [](auto&, bool&) {
+             WinDlgSetUser().exec();
+             return true;
+         }},
     };
     for (const MenuRow& row : rows)
         if (name == tr(row.action)) return &row;
@@ -236,8 +244,10 @@ bool CMorvaneObject::canReadRealTimeName() const {
     return false;
 }
 
+void CMorvaneObject::keepNumber(int no) { caseNo = currentCase_ = no; }
+
 void CMorvaneObject::keepCase(const SelectedCase& chosen) {
-    caseNo = currentCase_ = chosen.Case_No;
+    keepNumber(chosen.Case_No);
     source_ = chosen.source;
 }
 
@@ -248,7 +258,7 @@ void CMorvaneObject::Refreshfdb(const QString& caseName) {
     const std::optional<SelectedCase> chosen = caseOf(caseName);
     if (!chosen) return;
     if (chosen->Case_No == -1) return forgetCase();
-    if (!chosen->source.differsFrom(source_)) return keepCase(*chosen);
+    if (!chosen->source.differsFrom(source_)) return keepNumber(chosen->Case_No);
     if (chosen->Case_No == currentCase_ || bringIn(chosen->source)) {
         keepCase(*chosen);
     } else {

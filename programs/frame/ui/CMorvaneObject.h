@@ -87,6 +87,7 @@ class MORVANE_EXPORT CMorvaneObject : public CCalcObject {
     bool run(QDialog&& dialog, bool& handled);
     bool canReadRealTimeName() const;
     bool bringIn(const Source& source);
+    void keepNumber(int no);
     void keepCase(const SelectedCase& chosen);
     void forgetCase();
 

@@ -154,9 +154,13 @@ TEST_F(Labels, AreThoseOfTheNetworkWhenTheCaseStandsOnALoadFlow) {
     show(1, {1});
     addCase(1, "方案", 0, -1, "基础方案");
     addCase(2, "潮流", 1, 1, " ");
+    addCase(3, "同一方案", 0, 1, "基础方案");
     load();
-    module->Refreshfdb("方案");
-    EXPECT_EQ(live().size(), 2);
+    for (const char* name : {"方案", "同一方案"}) {
+        module->Refreshfdb(name);
+        module->RefreshSLG();
+        EXPECT_EQ(live().size(), 2) << name;
+    }
     module->Refreshfdb("潮流");
     EXPECT_EQ(live().size(), 1);
     exec("UPDATE RLY_RUD SET RType=0 WHERE ID_Name='拆除'");  // a bus needs no branch
