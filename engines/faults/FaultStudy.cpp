@@ -99,14 +99,18 @@ const SequenceNetwork& ModeNetwork::sequence(Sequence sequence) const {
     return sequence == Sequence::Positive ? *impl_->positive : *impl_->zero;
 }
 
-Solution ModeNetwork::solve(std::span<const Condition> conditions) const {
+Solution ModeNetwork::solve(std::span<const Condition> conditions, const Solution* like) const {
     const auto places = std::make_shared<const Places>(placesOf(*impl_->network, conditions));
-    const auto positive = std::make_shared<const SequencePorts>(*impl_->network, *impl_->positive, places);
-    const auto zero = std::make_shared<const SequencePorts>(*impl_->network, *impl_->zero, places);
+    const bool known = like && places->standWhere(*like->state().places);
+    const auto portsOf = [&](const auto& network, const auto& earlier) {
+        return known ? earlier(like->state()) : std::make_shared<const SequencePorts>(*impl_->network, network, places);
+    };
+    const auto positive = portsOf(*impl_->positive, [](const auto& state) { return state.positive; });
+    const auto zero = portsOf(*impl_->zero, [](const auto& state) { return state.zero; });
     const int fault = places->fault();
     const bool dead = fault >= 0 && positive->deadAt(fault);
     return Solution(std::make_shared<const Solution::State>(
-        impl_->network, places, solvePorts(*places, {positive, positive, zero}), fault, dead));
+        impl_->network, places, positive, zero, solvePorts(*places, {positive, positive, zero}), fault, dead));
 }
 
 double ModeNetwork::branchCoefficient(Sequence sequence, const Condition& place, std::span<const Condition> conditions,

@@ -82,6 +82,7 @@ class Solution {
 
     struct State;
     explicit Solution(std::shared_ptr<const State> state);
+    [[nodiscard]] const State& state() const { return *state_; }
 
   private:
     void branchCurrents(const std::array<ComplexVector, 3>& voltages, PhaseState& state) const;
@@ -103,7 +104,9 @@ class ModeNetwork {
     [[nodiscard]] const SequenceNetwork& sequence(Sequence sequence) const;
 
     /// All conditions together, e.g. the rows of an outage and those of a fault.
-    [[nodiscard]] Solution solve(std::span<const Condition> conditions) const;
+    /// \param like  another solution of this mode, or none: where its conditions stand at the same places, what is
+    ///     known of them serves here too, and only kinds and impedances are new. The result does not depend on it.
+    [[nodiscard]] Solution solve(std::span<const Condition> conditions, const Solution* like = nullptr) const;
 
     /// Branch coefficient |I_B| / |I_M| in one sequence network from a unit injection at a place, under the opens
     /// and groundings of `conditions` (an outage's rows, and the open of the fault row itself; shunt kinds among the

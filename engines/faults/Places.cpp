@@ -62,6 +62,13 @@ int Places::cutsOn(int branch) const {
     return it == cuts.end() ? 0 : static_cast<int>(it->second.size());
 }
 
+bool Places::standWhere(const Places& other) const {
+    const auto samePlace = [](const Port& a, const Port& b) {
+        return a.series == b.series && a.bus == b.bus && a.branch == b.branch && a.at == b.at;
+    };
+    return std::ranges::equal(ports, other.ports, samePlace) && cuts == other.cuts;
+}
+
 Places placesOf(const Network& network, std::span<const Condition> conditions) {
     Places places;
     for (const Condition& condition : conditions) {

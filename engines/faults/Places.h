@@ -36,6 +36,8 @@ struct Places {
     /// Cuts of a branch that lie before a point of it.
     [[nodiscard]] int cutsBefore(int branch, Point point) const;
     [[nodiscard]] int cutsOn(int branch) const;
+    /// The same ports and cuts at the same places, whatever their kinds and impedances.
+    [[nodiscard]] bool standWhere(const Places& other) const;
 };
 
 /// 99999.9999 and what its printed forms read as.

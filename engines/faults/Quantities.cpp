@@ -21,29 +21,39 @@ struct Measurement {
     [[nodiscard]] double baseKiloOhm() const { return baseKv * baseKv / 100 / 1000; }
 };
 
+/// Which of the two a quantity is made of; the other is not asked for.
+struct Wanted {
+    bool current = true, voltage = true;
+    explicit Wanted(int vType) : current(vType < 11 || vType > 18), voltage(vType > 9) {}
+};
+
 Measurement at(BusIndex bus, const Sequences& current, const Sequences& voltage, const Network& network) {
     return {current, voltage, network.buses[static_cast<std::size_t>(bus.value)].baseKv};
 }
 
-Measurement ownEnd(const RelayPlace& relay, const Network& network, const Solution& solution) {
-    const Sequences current = relay.branch.value >= 0 ? solution.current(relay.branch, relay.end)
-                              : relay.source >= 0     ? solution.sourceCurrent(relay.source)
-                                                      : solution.faultCurrentAt(relay.bus);
-    return at(relay.bus, current, solution.voltage(relay.bus), network);
+Sequences ownCurrent(const RelayPlace& relay, const Solution& solution) {
+    if (relay.branch.value >= 0) return solution.current(relay.branch, relay.end);
+    return relay.source >= 0 ? solution.sourceCurrent(relay.source) : solution.faultCurrentAt(relay.bus);
 }
 
-std::optional<Measurement> measure(int vPos, const RelayPlace& relay, const Network& network,
+Measurement ownEnd(Wanted wanted, const RelayPlace& relay, const Network& network, const Solution& solution) {
+    return at(relay.bus, wanted.current ? ownCurrent(relay, solution) : Sequences{},
+              wanted.voltage ? solution.voltage(relay.bus) : Sequences{}, network);
+}
+
+std::optional<Measurement> measure(Wanted wanted, int vPos, const RelayPlace& relay, const Network& network,
                                    const Solution& solution) {
     if (vPos == 3) {
         if (solution.faultBus().value < 0) return {};
         return at(solution.faultBus(), solution.faultCurrent(), solution.faultVoltage(), network);
     }
-    if (vPos != 2) return ownEnd(relay, network, solution);
+    if (vPos != 2) return ownEnd(wanted, relay, network, solution);
     if (relay.branch.value < 0) return {};
     const Branch& branch = network.branches[static_cast<std::size_t>(relay.branch.value)];
     const BusIndex bus = relay.end == End::I ? branch.to : branch.from;
     const End end = relay.end == End::I ? End::J : End::I;
-    return at(bus, solution.current(relay.branch, end), solution.voltage(bus), network);
+    return at(bus, wanted.current ? solution.current(relay.branch, end) : Sequences{},
+              wanted.voltage ? solution.voltage(bus) : Sequences{}, network);
 }
 
 std::array<double, 3> sizes(const std::array<Complex, 3>& v) {
@@ -129,7 +139,7 @@ bool isFaultQuantity(int vType) {
 
 double faultQuantity(int vType, int vPos, const RelayPlace& relay, const Network& network, const Solution& solution) {
     if (!isFaultQuantity(vType)) return kNone;
-    const std::optional<Measurement> m = measure(vPos, relay, network, solution);
+    const std::optional<Measurement> m = measure(Wanted(vType), vPos, relay, network, solution);
     if (!m) return kNone;
     if (vType <= 9) return currentQuantity(vType, *m, solution) * m->baseKa();
     if (vType <= 18) return voltageQuantity(vType, *m) * m->phaseKv();

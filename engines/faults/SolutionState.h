@@ -8,6 +8,7 @@ namespace engines {
 struct Solution::State {
     const Network* network;
     std::shared_ptr<const Places> places;
+    std::shared_ptr<const SequencePorts> positive, zero;
     SequenceFields fields;
     int fault = -1;
     bool dead = false;

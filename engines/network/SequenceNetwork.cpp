@@ -11,9 +11,13 @@ std::size_t at(int i) { return static_cast<std::size_t>(i); }
 
 // An update that loses more digits than this gives way to new factors.
 constexpr double kUpdateLoss = 1e5;
+// What is left of terms this much larger is their rounding.
+constexpr double kCancelled = 1e-12;
 // Bounds of what one network keeps; what is in use elsewhere stays alive there.
 constexpr std::size_t kKeptValues = std::size_t{1} << 22;
 constexpr std::size_t kKeptVariants = 256;
+
+double magnitude(Complex z) { return std::abs(z.real()) + std::abs(z.imag()); }
 
 double largestEntry(const Matrix& m) {
     double largest = 0;
@@ -31,6 +35,16 @@ Matrix product(const Matrix& a, const Matrix& b) {
         }
     }
     return c;
+}
+
+/// Inverse for a bridge and the bus held beyond it. No other way carries the bridge's current, so its own entry is
+/// nothing, and no rounding may say otherwise: what lies beyond would seem to act on the rest.
+Matrix inverseOfBridge(const Matrix& s) {
+    const Complex across = reciprocal(s(0, 1));
+    Matrix result(2, 2);
+    result(0, 0) = -engines::product(engines::product(across, across), s(1, 1));
+    result(0, 1) = result(1, 0) = across;
+    return result;
 }
 
 ComplexVector times(const Matrix& m, const ComplexVector& v) {
@@ -139,6 +153,11 @@ bool SequenceNetwork::conducts(int branch) const {
 
 Matrix SequenceNetwork::admittance(int branch) const {
     const auto members = elements_->coupledWith(branch);
+    if (members.size() == 1) {
+        Matrix own(1, 1);
+        if (conducts(branch)) own(0, 0) = elements_->links()[at(branch)].y;
+        return own;
+    }
     std::vector<int> active;
     for (int i = 0; i < static_cast<int>(members.size()); ++i) {
         if (conducts(members[at(i)])) active.push_back(i);
@@ -237,7 +256,7 @@ std::unique_ptr<SequenceNetwork::Update> SequenceNetwork::update(const std::vect
         for (int c = 0; c < size; ++c) s(r, c) = d(r, c) - factors_->dot(result->halves[at(r)], result->columns[at(c)]);
     }
     try {
-        result->inverse = inverse(s);
+        result->inverse = held < 0 ? inverse(s) : inverseOfBridge(s);
     } catch (const std::domain_error&) {
         return nullptr;
     }
@@ -332,10 +351,14 @@ Injection SequenceNetwork::inject(const HalfColumn& weights) const {
 
 Complex SequenceNetwork::seen(const HalfColumn& by, const Injection& injection) const {
     Complex sum = factors().dot(by, injection.own);
+    double size = magnitude(sum);
     for (std::size_t c = 0; c < injection.outages.size(); ++c) {
-        sum += factors().dot(by, update_->columns[c]) * injection.outages[c];
+        const Complex term = product(factors().dot(by, update_->columns[c]), injection.outages[c]);
+        size = std::max(size, magnitude(term));
+        sum += term;
     }
-    return sum;
+    // A way that an outage makes a dead end carries nothing, not what rounding leaves.
+    return injection.outages.empty() || magnitude(sum) > kCancelled * size ? sum : Complex{};
 }
 
 std::span<const DrivenColumn> SequenceNetwork::outageColumns() const {

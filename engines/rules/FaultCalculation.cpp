@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <optional>
 
 #include "engines/faults/Places.h"
 #include "engines/network/Threads.h"
@@ -93,14 +94,15 @@ std::shared_ptr<ModeStudies::Solutions> ModeStudies::solutionsOf(int sysNo, cons
     return solutions_.emplace(std::move(key), std::make_shared<Solutions>()).first->second;
 }
 
-Solution ModeStudies::solution(int sysNo, const FaultCase& outage, const FaultCase& fault, Solutions& kept) {
+Solution ModeStudies::solution(int sysNo, const FaultCase& outage, const FaultCase& fault, const Solution* like,
+                               Solutions& kept) {
     std::string key = keyOf(fault);
     {
         const std::lock_guard lock(solutionsMutex_);
         if (const auto found = kept.find(key); found != kept.end()) return found->second;
     }
     const std::vector<Condition> conditions = together(outage, fault);
-    Solution solved = mode(sysNo).solve(conditions);
+    Solution solved = mode(sysNo).solve(conditions, like);
     const std::lock_guard lock(solutionsMutex_);
     return kept.emplace(std::move(key), std::move(solved)).first->second;
 }
@@ -110,12 +112,13 @@ std::vector<QuantitiesSeen> ModeStudies::quantities(int sysNo, const FaultCase& 
                                                     std::span<const QuantityAsked> asked) {
     const auto kept = solutionsOf(sysNo, outage);
     std::vector<QuantitiesSeen> all;
+    std::optional<Solution> solved;  // also what the next fault may resemble: often another kind at the same place
     for (const FaultCase* fault : faults) {
-        const Solution solved = solution(sysNo, outage, *fault, *kept);
+        solved = solution(sysNo, outage, *fault, solved ? &*solved : nullptr, *kept);
         QuantitiesSeen& seen = all.emplace_back();
-        seen.dead = solved.dead();
+        seen.dead = solved->dead();
         for (const QuantityAsked& q : asked)
-            seen.values.push_back(withoutNoise(faultQuantity(q.vType, q.vPos, relay, network_, solved)));
+            seen.values.push_back(withoutNoise(faultQuantity(q.vType, q.vPos, relay, network_, *solved)));
     }
     return all;
 }

@@ -68,7 +68,8 @@ class ModeStudies : public FaultCalculation {
     using Solutions = std::unordered_map<std::string, Solution>;  // by the text of a fault
     const ModeNetwork& mode(int sysNo);
     std::shared_ptr<Solutions> solutionsOf(int sysNo, const FaultCase& outage);
-    Solution solution(int sysNo, const FaultCase& outage, const FaultCase& fault, Solutions& kept);
+    Solution solution(int sysNo, const FaultCase& outage, const FaultCase& fault, const Solution* like,
+                      Solutions& kept);
     [[nodiscard]] const std::vector<ModeChange>& changes(int sysNo) const;
 
     const Network& network_;
