@@ -45,7 +45,8 @@ class LocalStudy::InSequence {
     /// \param conditions  the places and the opens of the outage
     void takeOut(const std::vector<int>& branches, std::span<const Condition> conditions) {
         const auto net = whole_.without(branches);
-        updated_ = net->outageColumns().size() > 0 && net->startsFlat() &&
+        const bool whole = net->islands().floating() == whole_.islands().floating();
+        updated_ = net->outageColumns().size() > 0 && whole && net->startsFlat() &&
                    std::ranges::none_of(branches, [&](int k) { return involved_.contains(coupling(k)); });
         if (updated_) return correct(*net);
         const auto found = std::make_shared<const Places>(placesOf(network_, conditions));

@@ -39,19 +39,13 @@ Islands::Islands(const SequenceElements& elements, const std::vector<int>& remov
         if (link.conducts && (link.from < 0) != (link.to < 0) && !taken(k))
             live_[at(of(std::max(link.from, link.to)))] = 1;
     }
+    for (std::size_t i = 0; i < label_.size(); ++i) floating_ += label_[i] == static_cast<int>(i) && !live_[i];
 }
 
 Islands::Islands(std::shared_ptr<const Islands> whole, std::vector<int> cutOff)
-    : whole_(std::move(whole)), cutOff_(std::move(cutOff)) {}
+    : whole_(std::move(whole)), cutOff_(std::move(cutOff)), floating_(whole_->floating() + 1) {}
 
 bool Islands::isCutOff(int bus) const { return std::binary_search(cutOff_.begin(), cutOff_.end(), bus); }
-
-int Islands::floating() const {
-    if (whole_) return whole_->floating() + 1;
-    int count = 0;
-    for (std::size_t i = 0; i < label_.size(); ++i) count += label_[i] == static_cast<int>(i) && !live_[i];
-    return count;
-}
 
 namespace {
 

@@ -24,7 +24,7 @@ class Islands {
         return live_[static_cast<std::size_t>(of(bus))];
     }
     /// Number of islands without a path to a shunt element.
-    [[nodiscard]] int floating() const;
+    [[nodiscard]] int floating() const { return floating_; }
 
   private:
     [[nodiscard]] bool isCutOff(int bus) const;
@@ -33,6 +33,7 @@ class Islands {
     std::vector<char> live_;  // by label
     std::shared_ptr<const Islands> whole_;
     std::vector<int> cutOff_;
+    int floating_ = 0;
 };
 
 /// The branches of which the loss of one alone leaves buses without a path to a shunt element.
