@@ -2,7 +2,6 @@
 
 #include <map>
 #include <memory>
-#include <mutex>
 #include <span>
 #include <unordered_map>
 #include <vector>
@@ -11,6 +10,7 @@
 #include "engines/network/Factors.h"
 #include "engines/network/Islands.h"
 #include "engines/network/SequenceElements.h"
+#include "engines/network/Threads.h"
 
 /// One sequence network of one operating mode, with or without some of its branches, factorised.
 namespace engines {
@@ -86,7 +86,7 @@ class SequenceNetwork : public std::enable_shared_from_this<SequenceNetwork> {
     std::unique_ptr<Factors> factors_;
     std::unique_ptr<Update> update_;
 
-    mutable std::mutex mutex_;
+    mutable BriefLock mutex_;
     mutable std::unique_ptr<const Bridges> bridges_;  // found for the first outage
     mutable Halves halves_, across_;
     mutable std::size_t keptValues_ = 0;

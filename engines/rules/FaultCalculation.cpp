@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <mutex>
 #include <optional>
 
 #include "engines/faults/Places.h"
-#include "engines/network/Threads.h"
 
 namespace engines {
 

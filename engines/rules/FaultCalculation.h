@@ -3,13 +3,13 @@
 #include <deque>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <span>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "engines/faults/FaultStudy.h"
+#include "engines/network/Threads.h"
 #include "engines/rules/FaultCases.h"
 
 namespace engines {
@@ -74,9 +74,9 @@ class ModeStudies : public FaultCalculation {
 
     const Network& network_;
     const std::map<int, std::vector<ModeChange>>& modes_;
-    std::mutex networksMutex_;
+    BriefLock networksMutex_;
     std::map<int, std::unique_ptr<ModeNetwork>> networks_;
-    std::mutex solutionsMutex_;
+    BriefLock solutionsMutex_;
     std::unordered_map<std::string, std::shared_ptr<Solutions>> solutions_;  // by operating mode and outage
     std::deque<std::string> oldest_;
 };
