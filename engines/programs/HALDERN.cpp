@@ -1,5 +1,3 @@
-#include <malloc.h>
-
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -9,10 +7,6 @@
 /// Computes the settings that the files of the current directory ask for. \return 0, or 1 with one line on standard
 /// error when the input is at fault
 int main() {
-    // A short run fares best when it keeps the memory that it once has.
-    mallopt(M_MMAP_MAX, 0);
-    mallopt(M_TRIM_THRESHOLD, 1 << 30);
-    mallopt(M_TOP_PAD, 1 << 24);
     try {
         engines::runSettings(std::filesystem::current_path(), std::cerr);
         return 0;
