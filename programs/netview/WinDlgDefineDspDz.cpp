@@ -9,6 +9,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "platform/host/ui/TableHabits.h"
 #include "programs/frame/Messages.h"
 #include "programs/frame/ui/DialogParts.h"
 #include "programs/netview/SettingNames.h"
@@ -53,6 +54,7 @@ void WinDlgDefineDspDz::layOut() {
     table_DspDz->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked |
                                  QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
     table_DspDz->setTabKeyNavigation(false);
+    new host::TableHabits(table_DspDz);
     textLabel_RType->setBuddy(comboBox_RType);
     auto* head = new QHBoxLayout;
     head->addWidget(textLabel_RType);

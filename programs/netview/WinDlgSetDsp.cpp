@@ -10,6 +10,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "platform/host/ui/TableHabits.h"
 #include "programs/frame/ui/CMorvaneObject.h"
 #include "programs/frame/ui/DialogParts.h"
 
@@ -72,6 +73,7 @@ void setUp(QTableWidget& table) {
     table.setSelectionMode(QAbstractItemView::SingleSelection);
     table.setEditTriggers(QAbstractItemView::NoEditTriggers);
     table.setTabKeyNavigation(false);
+    new host::TableHabits(&table);
 }
 
 }  // namespace
