@@ -38,6 +38,13 @@ CHandleGraphInfo DiagramView::Impl::info(const QPoint& at) const {
     return on.figure < 0 ? CHandleGraphInfo{} : diagram::infoOf(model, *index, drawing.figures[on.figure], on);
 }
 
+/// A label's text where it is only a mark, else the element's data; empty: none.
+QString DiagramView::Impl::toolTip(const QPoint& at) const {
+    if (const int l = label(at); l >= 0) return labels[l].text;
+    const diagram::Hit on = hit(at);
+    return on.figure < 0 ? QString() : diagram::ElementText(model, *index).toolTip(drawing.figures[on.figure]);
+}
+
 void DiagramView::Impl::hover(const QPoint& at) {
     const int l = label(at);
     const int figure = l >= 0 ? labels[l].figure : hit(at).figure;
@@ -66,13 +73,7 @@ bool DiagramView::focusNextPrevChild(bool next) {
 bool DiagramView::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);
-        const diagram::Hit hit = impl_->hit(help->pos());
-        if (hit.figure < 0 || impl_->label(help->pos()) >= 0)
-            QToolTip::hideText();
-        else
-            QToolTip::showText(
-                help->globalPos(),
-                diagram::ElementText(impl_->model, *impl_->index).toolTip(impl_->drawing.figures[hit.figure]), this);
+        QToolTip::showText(help->globalPos(), impl_->toolTip(help->pos()), this);
         return true;
     }
     if (event->type() == QEvent::Leave) impl_->leave();
@@ -184,6 +185,7 @@ void DiagramView::keyPressEvent(QKeyEvent* event) {
         horizontalScrollBar()->setValue(horizontalScrollBar()->value() + x);
         verticalScrollBar()->setValue(verticalScrollBar()->value() + y);
     };
+    if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return event->ignore();
     event->accept();
     switch (event->key()) {
         case Qt::Key_Left:

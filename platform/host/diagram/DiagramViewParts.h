@@ -24,6 +24,7 @@ struct DiagramView::Impl {
     [[nodiscard]] int label(const QPoint& at) const;
     /// What a handler is told about a place of the window.
     [[nodiscard]] CHandleGraphInfo info(const QPoint& at) const;
+    [[nodiscard]] QString toolTip(const QPoint& at) const;
     void hover(const QPoint& at);
     void leave();
     void select(int figure);

@@ -152,18 +152,25 @@ class DrawingPainter {
         const QFontMetricsF metrics(font);
         std::vector<QRectF> taken;
         for (const Caption* c : order) {
-            const QPointF at = toDevice.map(c->at);
-            const QRectF box(at.x(), at.y() - metrics.ascent(), metrics.horizontalAdvance(c->text), metrics.height());
+            const QSizeF size(metrics.horizontalAdvance(c->text), metrics.height());
+            const QRectF box(overviewCorner(*c, toDevice, size), size);
             const QRectF wide = box.adjusted(-6, -4, 6, 4);
             if (std::any_of(taken.begin(), taken.end(), [&](const QRectF& t) { return t.intersects(wide); })) continue;
             taken.push_back(box);
             QColor veil = palette_.background;
             veil.setAlpha(200);
             p_.fillRect(box.adjusted(-2, -1, 2, 1), veil);
-            p_.drawText(at, c->text);
+            p_.drawText(box.topLeft() + QPointF(0, metrics.ascent()), c->text);
             if (taken.size() > 150) break;
         }
         p_.restore();
+    }
+
+    /// Above the middle of a bar; where a station's name stands.
+    QPointF overviewCorner(const Caption& c, const QTransform& toDevice, const QSizeF& size) const {
+        if (c.figure < 0) return toDevice.map(c.at) - QPointF(0, size.height() - 4);
+        const QRectF bar = drawing_.figures[c.figure].bounds();
+        return toDevice.map(QPointF(bar.center().x(), bar.top())) - QPointF(size.width() / 2, size.height() + 1);
     }
 
     QPainter& p_;

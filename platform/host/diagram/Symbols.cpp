@@ -22,7 +22,7 @@ void breaker(QPainter& p, const SymbolLook& look) {
 void disconnector(QPainter& p, const SymbolLook& look) {
     p.setPen(Qt::NoPen);
     p.setBrush(look.background);
-    p.drawRect(QRectF(-4, -6, 8, 12));
+    p.drawRect(QRectF(-1.5, -6, 3, 12));
     pen(p, look, 0);
     p.drawLine(QPointF(-4, -6), QPointF(4, -6));
     p.drawLine(QPointF(0, 6), look.open ? QPointF(6.5, -3.5) : QPointF(0, -6));

@@ -3,11 +3,14 @@
 
 #include <graphviz/gvc.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <iostream>
+#include <numeric>
 #include <sstream>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace {
@@ -56,8 +59,10 @@ std::string inches(double units) { return std::to_string(units / pointsPerInch);
 
 Agraph_t* graphOf(const Input& input, std::vector<Agnode_t*>& nodes) {
     Agraph_t* graph = agopen(const_cast<char*>("diagram"), Agstrictundirected, nullptr);
-    set(graph, "overlap", "prism");
+    // Of many blocks the last overlaps take longest; separate() is faster at those.
+    set(graph, "overlap", input.blocks.size() <= fewBlocks ? "prism" : "prism30");
     set(graph, "sep", "+12,12");
+    set(graph, "quadtree", "fast");
     set(graph, "start", "7");
     set(graph, "splines", "false");
     set(graph, "outputorder", "nodesfirst");
@@ -84,6 +89,75 @@ const char* engineFor(const Input& input) {
     return input.blocks.size() <= fewBlocks ? "neato" : "sfdp";
 }
 
+struct Place {
+    double x = 0, y = 0;
+};
+
+/// Blocks that stand already, by squares of the plane.
+class Standing {
+  public:
+    explicit Standing(const std::vector<Input::Block>& blocks) : blocks_(blocks), places_(blocks.size()) {}
+
+    bool isFree(std::size_t block, Place at) const {
+        bool free = true;
+        eachSquare(block, at, [&](long long square) {
+            const auto found = squares_.find(square);
+            if (!free || found == squares_.end()) return;
+            for (std::size_t other : found->second) free = free && !overlap(block, at, other);
+        });
+        return free;
+    }
+
+    void stand(std::size_t block, Place at) {
+        places_[block] = at;
+        eachSquare(block, at, [&](long long square) { squares_[square].push_back(block); });
+    }
+
+  private:
+    bool overlap(std::size_t block, Place at, std::size_t other) const {
+        const Input::Block &a = blocks_[block], &b = blocks_[other];
+        return std::abs(at.x - places_[other].x) < (a.width + b.width) / 2 &&
+               std::abs(at.y - places_[other].y) < (a.height + b.height) / 2;
+    }
+
+    template <class Do>
+    void eachSquare(std::size_t block, Place at, Do&& doIt) const {
+        const auto square = [](double v) { return static_cast<long long>(std::floor(v / 250)); };
+        const Input::Block& b = blocks_[block];
+        for (long long y = square(at.y - b.height / 2); y <= square(at.y + b.height / 2); ++y)
+            for (long long x = square(at.x - b.width / 2); x <= square(at.x + b.width / 2); ++x) doIt(y * 10000000 + x);
+    }
+
+    const std::vector<Input::Block>& blocks_;
+    std::vector<Place> places_;
+    std::unordered_map<long long, std::vector<std::size_t>> squares_;
+};
+
+/// The nearest free place on growing circles.
+Place freeNear(const Standing& standing, std::size_t block, Place wanted) {
+    if (standing.isFree(block, wanted)) return wanted;
+    for (int ring = 1;; ++ring)
+        for (int k = 0; k < 8 * ring; ++k) {
+            const double angle = 2 * 3.14159265358979 * k / (8 * ring);
+            const Place at{wanted.x + 20 * ring * std::cos(angle), wanted.y + 20 * ring * std::sin(angle)};
+            if (standing.isFree(block, at)) return at;
+        }
+}
+
+/// Large blocks keep their places, small ones give way.
+void separate(const std::vector<Input::Block>& blocks, std::vector<Place>& places) {
+    std::vector<std::size_t> order(blocks.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+        return blocks[a].width * blocks[a].height > blocks[b].width * blocks[b].height;
+    });
+    Standing standing(blocks);
+    for (std::size_t k : order) {
+        places[k] = freeNear(standing, k, places[k]);
+        standing.stand(k, places[k]);
+    }
+}
+
 }  // namespace
 
 int main() {
@@ -93,6 +167,9 @@ int main() {
     std::vector<Agnode_t*> nodes;
     Agraph_t* graph = graphOf(input, nodes);
     if (gvLayout(context, graph, engineFor(input)) != 0) return 1;
-    for (Agnode_t* node : nodes) std::printf("%.1f %.1f\n", ND_coord(node).x, -ND_coord(node).y);
+    std::vector<Place> places;
+    for (Agnode_t* node : nodes) places.push_back({ND_coord(node).x, -ND_coord(node).y});
+    separate(input.blocks, places);
+    for (const Place& place : places) std::printf("%.1f %.1f\n", place.x, place.y);
     return std::fflush(stdout) == 0 ? 0 : 1;
 }
