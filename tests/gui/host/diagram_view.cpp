@@ -96,8 +96,8 @@ TEST_F(Diagram, HandsGesturesOnElementsToTheHandler) {
 }
 
 TEST_F(Diagram, DrawsLiveLabelsNearTheEndsAndHandsTheirNumbers) {
-    addLabel("CSC-103 \nRCS-931 \n", 6, {"青龙", "青山青龙线", "龙泉青龙线"}, 3);
-    addLabel("RCS-931 \n", 6, {"青龙", "青山青龙线", "龙泉青龙线"}, 97);
+    addLabel("甲型距离 \n乙型零序 \n", 6, {"青龙", "青山青龙线", "龙泉青龙线"}, 3);
+    addLabel("乙型零序 \n", 6, {"青龙", "青山青龙线", "龙泉青龙线"}, 97);
     addLabel("停用", 6, {"青龙", "青山青龙线", "龙泉青龙线"}, 50, 0);
     addLabel("无处可放", 6, {"没有的线", "甲", "乙"}, 3);
     addLabel("主变", 10, {"龙泉1号主变", "龙泉1号主变中性点", "龙泉变35kV母线"}, 70);
