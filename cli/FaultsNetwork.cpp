@@ -88,23 +88,25 @@ class NetworkBuilder {
             if (const auto bus = network.bus({nodes->ibs}); bus.value >= 0) result_.buses.insert(nodes->id, bus.value);
         dbCursor<norvdb::ln> lines(realTime_);
         lines.select();
-        while (lines.next()) nameBranch(lines->id.chopped(3), lines->id_no);
+        while (lines.next()) nameBranch(lines->id.chopped(3), lines->id_no, lines->id);
         dbCursor<norvdb::xf> transformers(realTime_);
         transformers.select();
         while (transformers.next()) {
             const QString suffix = transformers->id.section('_', -1);
             const QString name = transformers->id.chopped(suffix.size() + 1);
             nameBranch(transformers->kind > 30 ? name + ":" + QString::number(transformers->kind - 30) : name,
-                       transformers->id_no);
+                       transformers->id_no, transformers->id);
         }
     }
 
-    void nameBranch(const QString& name, int idNo) {
-        idNo_.insert(name, idNo);
+    /// \param id  the name with the suffix of its kind, by which namesakes of other kinds are called
+    void nameBranch(const QString& name, int idNo, const QString& id) {
+        idNo_.insert(id, idNo);
         const auto found = result_.network.branchById.find(idNo);
         if (found == result_.network.branchById.end()) return;
-        result_.branches.insert(name, found->second);
-        result_.branchNames[at(found->second)] = name;
+        const QString& own = result_.branches.contains(name) ? id : name;
+        result_.branches.insert(own, found->second);
+        result_.branchNames[at(found->second)] = own;
     }
 
     bool change() {

@@ -42,18 +42,24 @@ engines::ThreeWindingPlate plateOf(const host::Transformer3& t, int idNo) {
 }  // namespace
 
 engines::NamePlates namePlates(const host::NetworkModel& model, const QHash<QString, int>& idNo) {
-    const auto number = [&](const std::string& name, const char* winding = "") {
-        return idNo.value(QString::fromStdString(name) + winding);
+    const auto number = [&](const std::string& name, const char* suffix) {
+        return idNo.value(QString::fromStdString(name) + suffix);
     };
     engines::NamePlates plates;
-    for (const auto& line : model.lines) plates.lines.push_back({number(line.name), line.endTemperature, line.b0});
+    for (const auto& line : model.lines)
+        plates.lines.push_back({number(line.name, "_ac"), line.endTemperature, line.b0});
     const auto isRated = [](const host::Winding& winding) { return winding.ratedKv > 0 && winding.ratedMva > 0; };
     for (const auto& t : model.transformers2)
         if (isRated(t.i) && isRated(t.j))
-            plates.transformers.push_back(
-                {number(t.name), plateOf(t.i), plateOf(t.j), {t.r1, t.x1}, {t.r0, t.x0}, t.tapChanger, t.unit});
+            plates.transformers.push_back({number(t.name, t.phaseShifter ? "_sf" : "_2w"),
+                                           plateOf(t.i),
+                                           plateOf(t.j),
+                                           {t.r1, t.x1},
+                                           {t.r0, t.x0},
+                                           t.tapChanger,
+                                           t.unit});
     for (const auto& t : model.transformers3)
-        if (std::ranges::all_of(t.winding, isRated)) plates.threeWinding.push_back(plateOf(t, number(t.name, ":1")));
+        if (std::ranges::all_of(t.winding, isRated)) plates.threeWinding.push_back(plateOf(t, number(t.name, "_3w1")));
     for (const auto& g : model.generators) plates.sources.push_back(plateOf(g));
     return plates;
 }

@@ -31,6 +31,7 @@ bool readVoltageFactor(Context& context, const FaultsWish& wish, FaultsNetwork& 
     if (!isNumber || !(c > 0 && c < 10))
         return context.stop(BadInput,
                             network.iec ? "--c 应为 max、min 或一个正数" : "classical 方法的 --c 应为一个正数");
+    if (!network.iec && !wish.loadFlow.empty()) return context.stop(BadInput, "短路前为潮流时不能再给 --c");
     network.prefault = c;
     network.method.c = c;
     return true;

@@ -51,6 +51,7 @@ struct FaultsCase {
 
 /// Builds the network of the open project. \return false with the exit code set
 bool loadFaultsNetwork(Context& context, const FaultsWish& wish, FaultsNetwork& result);
+/// \param idNo  element numbers by name with the suffix of its kind: "_ac", "_2w", "_sf", "_3w1"
 engines::NamePlates namePlates(const host::NetworkModel& model, const QHash<QString, int>& idNo);
 
 /// What is asked for; empty when every bus is meant. \return false with the exit code set

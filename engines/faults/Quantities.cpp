@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "engines/faults/FaultStudy.h"
+#include "engines/faults/Loops.h"
 
 namespace engines {
 namespace {
@@ -113,24 +114,6 @@ double voltageQuantity(int vType, const Measurement& m) {
     }
 }
 
-/// Smallest |u/i| of the loops that carry a current; not finite when none does.
-double smallestLoop(const std::array<Complex, 3>& u, const std::array<Complex, 3>& i) {
-    // Below this a loop's current, per unit, is what rounding left.
-    constexpr double kNoCurrent = 1e-9;
-    double result = std::numeric_limits<double>::infinity();
-    for (std::size_t p = 0; p < 3; ++p) {
-        if (std::abs(i[p]) > kNoCurrent) result = std::min(result, std::abs(u[p] / i[p]));
-    }
-    return result;
-}
-
-double groundLoop(const Measurement& m, const Branch& branch) {
-    const Complex k0 = (branch.z0 - branch.z1) / (3.0 * branch.z1);
-    auto current = phases(m.current);
-    for (Complex& i : current) i += k0 * 3.0 * m.current.zero;
-    return smallestLoop(phases(m.voltage), current);
-}
-
 }  // namespace
 
 bool isFaultQuantity(int vType) {
@@ -144,11 +127,10 @@ double faultQuantity(int vType, int vPos, const RelayPlace& relay, const Network
     if (vType <= 9) return currentQuantity(vType, *m, solution) * m->baseKa();
     if (vType <= 18) return voltageQuantity(vType, *m) * m->phaseKv();
     if (solution.dead()) return kNone;
-    if (vType == 21) {
-        return smallestLoop(differences(phases(m->voltage)), differences(phases(m->current))) * m->baseKiloOhm();
-    }
+    if (vType == 21) return smallest(sizes(measuredLoops(m->voltage, m->current, {}).phase)) * m->baseKiloOhm();
     if (relay.branch.value < 0) return kNone;
-    return groundLoop(*m, network.branches[static_cast<std::size_t>(relay.branch.value)]) * m->baseKiloOhm();
+    const Complex k0 = groundFactor(network.branches[static_cast<std::size_t>(relay.branch.value)]);
+    return smallest(sizes(measuredLoops(m->voltage, m->current, k0).ground)) * m->baseKiloOhm();
 }
 
 }  // namespace engines

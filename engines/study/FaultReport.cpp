@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numbers>
+
+#include "engines/faults/Loops.h"
 
 namespace engines {
 
@@ -21,14 +22,6 @@ double largestPhase(const Sequences& s) {
     double largest = 0;
     for (const Complex& phase : phases(s)) largest = std::max(largest, std::abs(phase));
     return largest;
-}
-
-/// Below this, per unit, a loop's current is what rounding left.
-constexpr double kNoCurrent = 1e-9;
-constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
-
-Complex loop(Complex voltage, Complex current, double ohmBase) {
-    return std::abs(current) > kNoCurrent ? voltage / current * ohmBase : Complex{kNone, kNone};
 }
 
 }  // namespace
@@ -90,15 +83,10 @@ ApparentImpedance FaultReporter::impedanceAt(BranchEnd end, const Solution& solu
     const double baseKv = network().buses[at(bus.value)].baseKv;
     const Sequences voltage = solution.voltage(bus);
     const Sequences current = withCharging(end, solution.current(end.branch, end.end), voltage.zero);
-    const Complex k0 = (branch.z0 - branch.z1) / (3.0 * branch.z1);
-    const auto u = phases(voltage), i = phases(current);
-    ApparentImpedance result{end, {}, {}};
-    for (std::size_t p = 0; p < 3; ++p) {
-        const std::size_t next = (p + 1) % 3;
-        const double ohmBase = baseKv * baseKv / 100;
-        result.ground[p] = loop(u[p], i[p] + k0 * 3.0 * current.zero, ohmBase);
-        result.phase[p] = loop(u[p] - u[next], i[p] - i[next], ohmBase);
-    }
+    const MeasuredLoops loops = measuredLoops(voltage, current, groundFactor(branch));
+    ApparentImpedance result{end, loops.ground, loops.phase};
+    for (auto* z : {&result.ground, &result.phase})
+        for (Complex& loop : *z) loop *= baseKv * baseKv / 100;
     return result;
 }
 
