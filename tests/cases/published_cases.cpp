@@ -97,6 +97,22 @@ class PublishedCase : public testing::TestWithParam<std::string> {
         }
     }
 
+    /// Correction factors, as "SYMBOL ELEMENT".
+    void compareFactors(const json& study) {
+        if (!study.contains("factors")) return;
+        QStringList words{"--json", "faults", kProject};
+        for (const std::string word : study["call"]) words << text(word);
+        std::map<std::string, double> told;
+        for (const json& factor : call(words).json()["factors"])
+            told[factor["symbol"].get<std::string>() + " " + factor["element"].get<std::string>()] = factor["value"];
+        EXPECT_EQ(told.size(), study["factors"].size());
+        for (const auto& [name, value] : study["factors"].items()) {
+            ASSERT_TRUE(told.contains(name)) << name;
+            EXPECT_NEAR(told[name], value.get<double>(), 6e-7) << name;
+            ++compared_;
+        }
+    }
+
     /// Results that stand in a shared table: which of its rows, and which of its columns are which quantities.
     void compareReference(const FaultTable& table, const json& study) {
         if (!study.contains("reference")) return;
@@ -138,6 +154,7 @@ TEST_P(PublishedCase, IsMet) {
         const FaultTable table = this->study(study["call"]);
         compareRows(table, study);
         compareReference(table, study);
+        compareFactors(study);
     }
     EXPECT_EQ(compared_, case_["results"]) << "numbers that were compared";
 }
