@@ -10,8 +10,11 @@ namespace {
 /// second generator there.
 Network station(bool twoGenerators) {
     exchange::NetworkData data;
-    data.buses = {{2, 110}, {3, 110}, {4, 10}};
-    exchange::NetLine line{1, 2, 3, 0.01, 0.1, 0.03, 0.3};
+    data.buses.resize(3);
+    for (int k = 0; k < 3; ++k)
+        data.buses[std::size_t(k)].no = k + 2, data.buses[std::size_t(k)].baseKv = k < 2 ? 110 : 10;
+    exchange::NetLine line;
+    line.idNo = 1, line.iNo = 2, line.jNo = 3, line.r1 = 0.01, line.x1 = 0.1, line.r0 = 0.03, line.x0 = 0.3;
     data.lines = {line};
     exchange::NetTransformer unit;
     unit.idNo = 10, unit.iNo = 3, unit.jNo = 4, unit.x1 = unit.x0 = 0.12, unit.zcType = 1;
@@ -29,10 +32,10 @@ Network station(bool twoGenerators) {
 NamePlates plates() {
     NamePlates all;
     all.transformers = {{10, {110, 100, {}}, {10, 100, {}}, {0, 0.12}, {0, 0.12}, true, true}};
-    all.sources = {{"M", SourceKind::Motor, 5, 10, 0.9},
-                   {"G", SourceKind::Generator, 100, 10, 0.8},
-                   {"H", SourceKind::Generator, 100, 10, 0.8},
-                   {"Q", SourceKind::Feeder, 2000, 110, 0, 0, 10, 5}};
+    all.sources = {{"M", SourceKind::Motor, 5, 10, 0.9, 0, 0, 0, {}, {}},
+                   {"G", SourceKind::Generator, 100, 10, 0.8, 0, 0, 0, {}, {}},
+                   {"H", SourceKind::Generator, 100, 10, 0.8, 0, 0, 0, {}, {}},
+                   {"Q", SourceKind::Feeder, 2000, 110, 0, 0, 10, 5, {}, {}}};
     all.lines = {{1, 80, 0}};
     return all;
 }
