@@ -103,7 +103,8 @@ class PublishedCase : public testing::TestWithParam<std::string> {
         QStringList words{"--json", "faults", kProject};
         for (const std::string word : study["call"]) words << text(word);
         std::map<std::string, double> told;
-        for (const json& factor : call(words).json()["factors"])
+        const json answer = call(words).json();
+        for (const json& factor : answer["factors"])
             told[factor["symbol"].get<std::string>() + " " + factor["element"].get<std::string>()] = factor["value"];
         EXPECT_EQ(told.size(), study["factors"].size());
         for (const auto& [name, value] : study["factors"].items()) {
