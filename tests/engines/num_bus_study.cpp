@@ -93,6 +93,20 @@ TEST(BusStudy, IsTheSolutionOfEachFaultOnItsOwn) {
     EXPECT_EQ(ends, 100 * 2 * 15);
 }
 
+TEST(BusStudy, GivesTheSameBytesWhateverTheThreads) {
+    Dice dice(1);
+    const Network network = randomNetwork(dice);
+    const ModeNetwork one(network, {}, 1), two(network, {}, 2);
+    const BusStudy single(one, 1), shared(two, 2);
+    for (int b = 0; b < static_cast<int>(network.buses.size()); ++b) {
+        const auto a = single.fault({b}, FaultKind::PhaseBCGround), same = shared.fault({b}, FaultKind::PhaseBCGround);
+        EXPECT_EQ(distance(a.current, same.current), 0);
+        for (const auto end : single.ends({b})) {
+            EXPECT_EQ(distance(single.current(a, end), shared.current(same, end)), 0);
+        }
+    }
+}
+
 // Places at buses and along branches, relays at both ends of every third branch; each branch in turn out: beside them,
 // among them, coupled with them, the only one to its bus.
 TEST(LocalStudy, IsTheSolutionOfEachFaultUnderEachOutage) {

@@ -1,6 +1,9 @@
+#include <klu.h>
+
 #include <chrono>
 #include <random>
 
+#include "engines/network/SelectedInverse.h"
 #include "engines/network/SequenceNetwork.h"
 #include "tests/engines/num_grid.h"
 #include "tests/engines/num_matpower.h"
@@ -46,7 +49,78 @@ double balance(const Network& network, const engines::Solution& solution) {
     return worst;
 }
 
+/// Columns of the inverse of the positive-sequence matrix from a library that knows nothing of symmetry.
+class KluWitness {
+  public:
+    explicit KluWitness(const Network& network) : columns_(network.buses.size()) {
+        const auto add = [&](BusIndex i, BusIndex j, Complex y) {
+            columns_[static_cast<std::size_t>(j.value)][i.value] += y;
+        };
+        for (const auto& b : network.branches) {
+            add(b.from, b.from, 1.0 / b.z1), add(b.to, b.to, 1.0 / b.z1);
+            add(b.from, b.to, -1.0 / b.z1), add(b.to, b.from, -1.0 / b.z1);
+        }
+        for (const auto& s : network.sources) add(s.bus, s.bus, 1.0 / s.z1);
+        for (const auto& column : columns_) {
+            for (const auto& [i, y] : column) row_.push_back(i), value_.push_back(y);
+            start_.push_back(static_cast<int>(row_.size()));
+        }
+        klu_defaults(&common_);
+        symbolic_ = klu_analyze(size(), start_.data(), row_.data(), &common_);
+        numeric_ =
+            klu_z_factor(start_.data(), row_.data(), reinterpret_cast<double*>(value_.data()), symbolic_, &common_);
+    }
+    ~KluWitness() {
+        klu_z_free_numeric(&numeric_, &common_);
+        klu_free_symbolic(&symbolic_, &common_);
+    }
+    KluWitness(const KluWitness&) = delete;
+    KluWitness& operator=(const KluWitness&) = delete;
+    std::vector<Complex> column(int bus) {
+        std::vector<Complex> x(columns_.size());
+        x[static_cast<std::size_t>(bus)] = 1;
+        klu_z_solve(symbolic_, numeric_, size(), 1, reinterpret_cast<double*>(x.data()), &common_);
+        return x;
+    }
+
+  private:
+    [[nodiscard]] int size() const { return static_cast<int>(columns_.size()); }
+    std::vector<std::map<int, Complex>> columns_;
+    std::vector<int> start_{0}, row_;
+    std::vector<Complex> value_;
+    klu_common common_{};
+    klu_symbolic* symbolic_ = nullptr;
+    klu_numeric* numeric_ = nullptr;
+};
+
 }  // namespace
+
+TEST(PublicNetworks, EntriesOfTheInverseAreThoseOfAnotherSolver) {
+    for (const char* name : {"case118.m", "case_ACTIVSg2000.m", "case9241pegase.m"}) {
+        const Network network = publicCase(name);
+        if (network.buses.empty()) GTEST_SKIP() << "not here: " << sharedNetworks();
+        const ModeNetwork mode(network, {});
+        const auto& net = mode.sequence(Sequence::Positive);
+        const engines::SelectedInverse inverse(net.factors());
+        KluWitness klu(network);
+        std::mt19937 dice(11);
+        for (int round = 0; round < 30; ++round) {
+            const auto& b = network.branches[dice() % network.branches.size()];
+            const std::vector<Complex> column = klu.column(b.from.value);
+            const auto near = [&](Complex entry, int bus) {
+                const Complex expected = column[static_cast<std::size_t>(bus)];
+                return std::abs(entry - expected) <= 1e-9 * std::abs(column[static_cast<std::size_t>(b.from.value)]);
+            };
+            EXPECT_TRUE(near(inverse.diagonal(b.from.value), b.from.value));
+            EXPECT_TRUE(near(inverse.entry(b.from.value, b.to.value), b.to.value));
+            const auto injection = net.inject(*net.half(b.from));
+            for (int i = 0; i < 20; ++i) {
+                const int bus = static_cast<int>(dice() % network.buses.size());
+                EXPECT_TRUE(near(net.seen(*net.half(BusIndex{bus}), injection), bus)) << name << " bus " << bus;
+            }
+        }
+    }
+}
 
 TEST(PublicNetworks, ABridgeIsABranchWhoseLossLeavesBusesWithoutAPathToGround) {
     const Network network = publicCase("case_ieee30.m");
