@@ -80,7 +80,7 @@ struct ModeNetwork::Impl {
     std::shared_ptr<const SequenceNetwork> positive, zero;
 };
 
-ModeNetwork::ModeNetwork(const Network& network, std::vector<ModeChange> changes, int threads)
+ModeNetwork::ModeNetwork(const Network& network, const std::vector<ModeChange>& changes, int threads)
     : impl_(std::make_unique<Impl>(&network, nullptr, nullptr)) {
     const auto ordering = orderingOf(network);
     const auto one = [&](int part) {

@@ -94,7 +94,7 @@ class Solution {
 class ModeNetwork {
   public:
     /// \param threads  at most so many, 0: as many as there are processors; the results do not depend on it
-    ModeNetwork(const Network& network, std::vector<ModeChange> changes, int threads = 1);
+    ModeNetwork(const Network& network, const std::vector<ModeChange>& changes, int threads = 1);
     ~ModeNetwork();
     ModeNetwork(ModeNetwork&&) noexcept;
     ModeNetwork& operator=(ModeNetwork&&) noexcept;

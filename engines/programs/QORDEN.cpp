@@ -22,6 +22,7 @@ exchange::TurnOrder orderOfCase() {
     const auto virtualRelays = parseVirtualRelays(readAll(file::kVirtualRelays), file::kVirtualRelays);
     const auto graph = engines::sectionGraph(readNetwork("."), virtualRelays);
     std::vector<int> numbers;
+    numbers.reserve(relays.size());
     for (const auto& relay : relays) numbers.push_back(relay.rno);
     return engines::turnOrder(numbers, engines::relayDependencies(relays, graph));
 }

@@ -115,6 +115,7 @@ std::vector<BranchEnd> BranchCoefficients::wantedWith(int mainBranch, const Bran
         for (const StudyRelay* other : relaysBefore()[static_cast<std::size_t>(mainBranch)])
             if (!earlier(mainBranch, *other)) wanted.emplace(other->place.branch.value, other->place.end);
     std::vector<BranchEnd> ends;
+    ends.reserve(wanted.size());
     for (const auto& [branch, end] : wanted) ends.push_back({BranchIndex{branch}, end});
     return ends;
 }
