@@ -12,8 +12,8 @@ namespace {
 
 std::size_t at(int i) { return static_cast<std::size_t>(i); }
 
-/// Currents that sources and loads send into the buses: those that hold the load-flow voltages in the network as it
-/// was.
+/// Theory (8). Currents that sources and loads send into the buses: those that hold the load-flow voltages in the
+/// network as it was.
 ComplexVector injections(const Network& network) {
     ComplexVector result;
     if (!network.loadFlow) return result;

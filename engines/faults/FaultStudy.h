@@ -108,10 +108,10 @@ class ModeNetwork {
     ///     known of them serves here too, and only kinds and impedances are new. The result does not depend on it.
     [[nodiscard]] Solution solve(std::span<const Condition> conditions, const Solution* like = nullptr) const;
 
-    /// Branch coefficient |I_B| / |I_M| in one sequence network from a unit injection at a place, under the opens
-    /// and groundings of `conditions` (an outage's rows, and the open of the fault row itself; shunt kinds among the
-    /// outage rows short the place in that sequence).
-    /// 0 when the two currents oppose each other, when either is zero, or when the place is dead.
+    /// Theory (19). Branch coefficient |I_B| / |I_M| in one sequence network from a unit injection at a place, under
+    /// the opens and groundings of `conditions` (an outage's rows, and the open of the fault row itself; shunt kinds
+    /// among the outage rows short the place in that sequence). 0 when the two currents oppose each other, when either
+    /// is zero, or when the place is dead.
     [[nodiscard]] double branchCoefficient(Sequence sequence, const Condition& place,
                                            std::span<const Condition> conditions, BranchIndex b, End bEnd,
                                            BranchIndex m, End mEnd) const;

@@ -28,7 +28,7 @@ Equations inEveryPhase(Complex z) {
     return e;
 }
 
-// Boundary conditions of the faults: Anderson, Analysis of Faulted Power Systems, ch. 3 and 4.
+// Theory (12) to (15). Anderson, Analysis of Faulted Power Systems, ch. 3 and 4.
 Equations shuntEquations(FaultKind kind, Complex z) {
     switch (kind) {
         case FaultKind::PhaseAGround:
@@ -42,6 +42,7 @@ Equations shuntEquations(FaultKind kind, Complex z) {
     }
 }
 
+// Theory (12), (16), (17).
 Equations openEquations(FaultKind kind, Complex z) {
     const bool open = isOpen(z);
     if (kind == FaultKind::OpenA) {

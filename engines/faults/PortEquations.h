@@ -12,7 +12,7 @@ namespace engines {
 using PortNetworks = std::array<std::shared_ptr<const SequencePorts>, 3>;
 using SequenceFields = std::array<SequenceField, 3>;
 
-/// Solves for the currents into the shunts and the voltages across the opens.
+/// Theory (12) to (18). Solves for the currents into the shunts and the voltages across the opens.
 SequenceFields solvePorts(const Places& places, const PortNetworks& networks);
 
 /// The same in one sequence network alone: one port carries a given injection, the others short their places.

@@ -9,7 +9,7 @@
 
 /// The ports of a set of conditions as one sequence network sees them. Inside a branch no bus is added: with i the
 /// currents of the coupled branches, M the impedance between the way to a port and whole branches, Y the inverse of the
-/// primitive impedance,
+/// primitive impedance, theory (9) and (10),
 ///     i   = Y (V_from - V_to - sum_t M_t i_t - sum_j u_j)
 ///     V_s = V_ref - M_s' i - sum_t K_st i_t - sum_j f_sj u_j
 /// where shunt t draws i_t, u_j is the voltage across open j, K_st the impedance that the ways to s and t share and
@@ -25,7 +25,7 @@ class SequencePorts {
 
     [[nodiscard]] int size() const { return static_cast<int>(views_.size()); }
     [[nodiscard]] const SequenceNetwork& network() const { return *net_; }
-    /// Voltage at a shunt, or current through an open, before anything happens there.
+    /// Theory (11). Voltage at a shunt, or current through an open, before anything happens there.
     [[nodiscard]] Complex prefault(int port) const;
     /// The same, caused by a unit of the unknown of another port: current into a shunt, voltage across an open.
     [[nodiscard]] const Matrix& response() const { return response_; }

@@ -5,7 +5,7 @@
 
 #include "engines/network/HalfColumn.h"
 
-/// Sparse complex symmetric systems: L D L' with a fill-reducing order.
+/// Sparse complex symmetric systems: L D L' with a fill-reducing order, theory (4).
 namespace engines {
 
 /// A matrix in the structure of its factors.

@@ -6,8 +6,8 @@
 #include "engines/network/Complex.h"
 #include "engines/network/Ordering.h"
 
-/// Single entries of the inverse of a factorised matrix: with A = L D L', w' A^-1 b is (L^-1 w)' D^-1 (L^-1 b), and
-/// both factors are nothing but along the ways up the elimination tree.
+/// Single entries of the inverse of a factorised matrix, theory (5): with A = L D L', w' A^-1 b is (L^-1 w)' D^-1 (L^-1
+/// b), and both factors are nothing but along the ways up the elimination tree.
 namespace engines {
 
 /// L^-1 b along the way from the lowest unknown of b to the root.

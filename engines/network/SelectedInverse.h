@@ -5,7 +5,7 @@
 namespace engines {
 
 /// The entries of the inverse of a symmetric matrix where its factors have entries: the whole diagonal, and the pairs
-/// of the structure. Columns from the last to the first, each from those that its rows name.
+/// of the structure. Columns from the last to the first, each from those that its rows name, theory (6).
 /// Source: K. Takahashi, J. Fagan, M. Chin, Formation of a sparse bus impedance matrix, 1973; A. M. Erisman,
 /// W. F. Tinney, On computing certain elements of the inverse of a sparse matrix, 1975.
 class SelectedInverse {

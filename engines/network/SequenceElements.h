@@ -8,11 +8,11 @@
 
 #include "engines/network/Network.h"
 
-/// The elements of one sequence network of one operating mode.
+/// The elements of one sequence network of one operating mode. "Theory" with a number: equations of docs/theory.md.
 namespace engines {
 
-/// How a branch stands in one sequence network: i = y (gain V_from - V_to) flows through it, gain i of it into
-/// its I end.
+/// How a branch stands in one sequence network, theory (2): i = y (gain V_from - V_to) flows through it, gain i of it
+/// into its I end.
 struct Link {
     int from = -1, to = -1;  ///< buses; -1 ground
     Complex y;

@@ -58,8 +58,9 @@ ComplexVector times(const Matrix& m, const ComplexVector& v) {
 
 }  // namespace
 
-/// Z' = Z + W S^-1 W', W = Z B: the columns of B are the weights of the branches taken out, S = D - B' Z B with D
-/// their part of the primitive admittance. Source: Alsac, Stott, Tinney, Sparsity-oriented compensation methods, 1983.
+/// Theory (7). Z' = Z + W S^-1 W', W = Z B: the columns of B are the weights of the branches taken out, S = D - B' Z B
+/// with D their part of the primitive admittance. Source: Alsac, Stott, Tinney, Sparsity-oriented compensation methods,
+/// 1983.
 struct SequenceNetwork::Update {
     std::vector<HalfColumn> halves;     // of the columns of B
     std::vector<DrivenColumn> columns;  // the same, driven
