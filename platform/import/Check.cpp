@@ -18,6 +18,7 @@ constexpr double smallestReactance = 1e-6;  ///< per unit, in place of an impeda
 constexpr double largestImpedance = 1e12;   ///< per unit; more is a slip, and squares of it would soon overflow
 constexpr double smallestKv = 1e-3, largestKv = 1e4;
 constexpr double smallestMva = 1e-6, largestMva = 1e9;
+constexpr double largestValue = 1e9;  ///< charging per unit, currents A, lengths km
 
 void came(const host::NetworkModel& model, Report& report) {
     const std::array<std::pair<const char*, std::size_t>, 13> counts{{{"厂站", model.stations.size()},
@@ -104,6 +105,8 @@ void repair(Tally& tally, const char* kind, const std::string& name, double& r, 
 
 void checkLines(host::NetworkModel& model, Tally& tally) {
     for (auto& line : model.lines) {
+        for (const double value : {line.b1, line.b0, line.ratedA, line.maxLoadA, line.lengthKm})
+            if (std::abs(value) > largestValue) throw ImportError("", 0, "线路“" + line.name + "”：数值超出范围");
         if (line.x0 == 0)
             tally.note(Suspicious, "线路", "x0 = 0", line.name);
         else if (line.r1 > 0 && line.r0 < line.r1)
@@ -133,6 +136,7 @@ void checkMutuals(host::NetworkModel& model, Tally& tally) {
 
 void checkTransformers(host::NetworkModel& model, Tally& tally) {
     for (auto& t : model.transformers2) {
+        if (std::abs(t.maxLoadA) > largestValue) throw ImportError("", 0, "变压器“" + t.name + "”：数值超出范围");
         if (t.x0 == 0) tally.note(Suspicious, "变压器", "x0 = 0", t.name);
         repair(tally, "变压器", t.name, t.r1, t.x1);
         repair(tally, "变压器零序", t.name, t.r0, t.x0);
