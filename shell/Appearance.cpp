@@ -55,6 +55,7 @@ QPalette paletteOf(const Shades& shades) {
     QPalette palette(shades.button, shades.window);
     palette.setColor(QPalette::Window, shades.window);
     palette.setColor(QPalette::Base, shades.base);
+    palette.setColor(QPalette::Disabled, QPalette::Base, shades.window);
     palette.setColor(QPalette::AlternateBase, shades.alternate);
     palette.setColor(QPalette::Button, shades.button);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
@@ -80,7 +81,7 @@ QPalette lightPalette() {
 }
 
 QPalette darkPalette() {
-    return paletteOf({0x24272c, 0x1b1d21, 0x22252a, 0x30343a, 0xe6e8eb, 0x8b929c, 0x2f6fb8, 0xffffff, 0x7db7f5,
+    return paletteOf({0x24272c, 0x31353c, 0x363b43, 0x3d4249, 0xe6e8eb, 0x8b929c, 0x2f6fb8, 0xffffff, 0x7db7f5,
                       0x3a3f46, 0xe6e8eb, 0x4a5058});
 }
 

@@ -1,6 +1,5 @@
 #include "shell/ImportReport.h"
 
-#include <QCoreApplication>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QLabel>
@@ -19,8 +18,6 @@ namespace shell {
 namespace {
 
 using Kind = import::Finding::Kind;
-
-QString tr(const char* text) { return QCoreApplication::translate("shell::ImportReport", text); }
 
 int countOf(const import::Report& report, Kind kind) {
     int count = 0;
@@ -41,15 +38,15 @@ QVector<Kind> kindsByWeight() { return {Kind::Suspicious, Kind::Missing, Kind::D
 QString kindName(Kind kind) {
     switch (kind) {
         case Kind::Came:
-            return tr("读入");
+            return ImportReportPage::tr("读入");
         case Kind::Defaulted:
-            return tr("取缺省值");
+            return ImportReportPage::tr("取缺省值");
         case Kind::Missing:
-            return tr("缺少");
+            return ImportReportPage::tr("缺少");
         case Kind::Suspicious:
-            return tr("可疑");
+            return ImportReportPage::tr("可疑");
         default:
-            return tr("改动");
+            return ImportReportPage::tr("改动");
     }
 }
 
@@ -75,7 +72,8 @@ QString reportAsHtml(const import::Report& report, const QString& title) {
     for (const Kind kind : kindsByWeight()) {
         if (countOf(report, kind) == 0) continue;
         text += "<h2>" + kindName(kind) + " (" + QString::number(countOf(report, kind)) + ")</h2>\n<table><tr><th>" +
-                tr("对象") + "</th><th>" + tr("数量") + "</th><th>" + tr("说明") + "</th></tr>\n";
+                ImportReportPage::tr("对象") + "</th><th>" + ImportReportPage::tr("数量") + "</th><th>" +
+                ImportReportPage::tr("说明") + "</th></tr>\n";
         for (const import::Finding& finding : report.findings)
             if (finding.kind == kind)
                 text += "<tr><td>" + QString::fromStdString(finding.subject).toHtmlEscaped() + "</td><td class=\"n\">" +

@@ -50,6 +50,7 @@ MainWindow::MainWindow() : recent_(settings_.store()) {
 }
 
 MainWindow::~MainWindow() {
+    diagram_->setHandler(nullptr);
     session_->close();
     host::setMainWidget(nullptr);
 }
@@ -110,6 +111,7 @@ void MainWindow::makeStatusBar() {
     statusBar()->addWidget(hovered_, 1);
     for (QLabel** label : {&network_, &project_, &serverText_}) {
         *label = new QLabel(this);
+        (*label)->setContentsMargins(fontMetrics().height() / 2, 0, fontMetrics().height() / 2, 0);
         statusBar()->addPermanentWidget(*label);
     }
     network_->setObjectName("label_Network");
@@ -158,6 +160,7 @@ void MainWindow::languageChange() {
 
 void MainWindow::restoreWindow() {
     resize(fontMetrics().averageCharWidth() * 160, fontMetrics().height() * 48);
+    resizeDocks({messages_}, {fontMetrics().height() * 10}, Qt::Vertical);
     restoreGeometry(settings_.windowPart("geometry"));
     restoreState(settings_.windowPart("state"));
 }
@@ -229,8 +232,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     if (QApplication::activeModalWidget()) return event->ignore();
     settings_.setWindowPart("geometry", saveGeometry());
     settings_.setWindowPart("state", saveState());
-    if (session_->isOpen()) recent_.put(session_->project().name, NetworkSummary::ofOpenProject());
-    session_->close();
+    closeProject();
     QMainWindow::closeEvent(event);
 }
 

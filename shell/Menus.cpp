@@ -27,53 +27,57 @@ struct ActionRow {
     Need need;
 };
 
-#define CAPTION(text) QT_TRANSLATE_NOOP("shell::Menus", text)
-
 constexpr MenuRow kMenus[] = {
-    {"file", CAPTION("文件(&F)")},      {"view", CAPTION("视图(&V)")},  {"relays", CAPTION("保护(&R)")},
-    {"calculate", CAPTION("计算(&C)")}, {"tools", CAPTION("工具(&T)")}, {"help", CAPTION("帮助(&H)")},
+    {"file", QT_TRANSLATE_NOOP("shell::Menus", "文件(&F)")},
+    {"view", QT_TRANSLATE_NOOP("shell::Menus", "视图(&V)")},
+    {"relays", QT_TRANSLATE_NOOP("shell::Menus", "保护(&R)")},
+    {"calculate", QT_TRANSLATE_NOOP("shell::Menus", "计算(&C)")},
+    {"tools", QT_TRANSLATE_NOOP("shell::Menus", "工具(&T)")},
+    {"help", QT_TRANSLATE_NOOP("shell::Menus", "帮助(&H)")},
 };
 
 constexpr ActionRow kActions[] = {
-    {"file", "new", CAPTION("新建工程(&N)…"), "new", "Ctrl+N", Nothing},
-    {"file", "open", CAPTION("打开工程(&O)…"), "open", "Ctrl+O", Nothing},
-    {"file", "recent", CAPTION("最近的工程(&R)"), "", "", Nothing},
-    {"file", "demo", CAPTION("示例工程(&D)"), "demo", "", Nothing},
+    {"file", "new", QT_TRANSLATE_NOOP("shell::Menus", "新建工程(&N)…"), "new", "Ctrl+N", Nothing},
+    {"file", "open", QT_TRANSLATE_NOOP("shell::Menus", "打开工程(&O)…"), "open", "Ctrl+O", Nothing},
+    {"file", "recent", QT_TRANSLATE_NOOP("shell::Menus", "最近的工程(&R)"), "", "", Nothing},
+    {"file", "demo", QT_TRANSLATE_NOOP("shell::Menus", "示例工程(&D)"), "demo", "", Nothing},
     {"file", "", "", "", "", Nothing},
-    {"file", "import", CAPTION("导入网络(&I)…"), "import", "Ctrl+I", OpenProject},
-    {"file", "save_as", CAPTION("另存为(&A)…"), "save-as", "Ctrl+Shift+S", OpenProject},
-    {"file", "close", CAPTION("关闭工程(&C)"), "close", "Ctrl+W", OpenProject},
+    {"file", "import", QT_TRANSLATE_NOOP("shell::Menus", "导入网络(&I)…"), "import", "Ctrl+I", OpenProject},
+    {"file", "save_as", QT_TRANSLATE_NOOP("shell::Menus", "另存为(&A)…"), "save-as", "Ctrl+Shift+S", OpenProject},
+    {"file", "close", QT_TRANSLATE_NOOP("shell::Menus", "关闭工程(&C)"), "close", "Ctrl+W", OpenProject},
     {"file", "", "", "", "", Nothing},
-    {"file", "export", CAPTION("导出图(&E)…"), "export", "Ctrl+E", OpenProject},
-    {"file", "print", CAPTION("打印图(&P)…"), "print", "Ctrl+P", OpenProject},
+    {"file", "export", QT_TRANSLATE_NOOP("shell::Menus", "导出图(&E)…"), "export", "Ctrl+E", OpenProject},
+    {"file", "print", QT_TRANSLATE_NOOP("shell::Menus", "打印图(&P)…"), "print", "Ctrl+P", OpenProject},
     {"file", "", "", "", "", Nothing},
-    {"file", "quit", CAPTION("退出(&Q)"), "quit", "Ctrl+Q", Nothing},
-    {"view", "find", CAPTION("查找元件(&F)…"), "find", "Ctrl+F", OpenProject},
+    {"file", "quit", QT_TRANSLATE_NOOP("shell::Menus", "退出(&Q)"), "quit", "Ctrl+Q", Nothing},
+    {"view", "find", QT_TRANSLATE_NOOP("shell::Menus", "查找元件(&F)…"), "find", "Ctrl+F", OpenProject},
     {"view", "", "", "", "", Nothing},
-    {"view", "fit", CAPTION("全图(&A)"), "fit", "Home", OpenProject},
-    {"view", "zoom_in", CAPTION("放大(&I)"), "zoom-in", "Ctrl++", OpenProject},
-    {"view", "zoom_out", CAPTION("缩小(&O)"), "zoom-out", "Ctrl+-", OpenProject},
+    {"view", "fit", QT_TRANSLATE_NOOP("shell::Menus", "全图(&A)"), "fit", "Ctrl+0", OpenProject},
+    {"view", "zoom_in", QT_TRANSLATE_NOOP("shell::Menus", "放大(&I)"), "zoom-in", "Ctrl++", OpenProject},
+    {"view", "zoom_out", QT_TRANSLATE_NOOP("shell::Menus", "缩小(&O)"), "zoom-out", "Ctrl+-", OpenProject},
     {"view", "", "", "", "", Nothing},
-    {"view", "messages", CAPTION("消息窗口(&M)"), "messages", "F8", Nothing},
-    {"view", "toolbar", CAPTION("工具栏(&T)"), "", "", Nothing},
-    {"relays", "RlyEditSetRlyAction", CAPTION("保护设置(&S)…"), "", "", EditingMode},
-    {"relays", "RlyEditSetAllRlyAction", CAPTION("批量装设保护(&B)…"), "", "", EditingMode},
-    {"relays", "RlyEditSetDumRlyAction", CAPTION("自动装设虚拟保护(&V)"), "", "", EditingMode},
-    {"relays", "RlySetCopRlyAction", CAPTION("保护配合关系(&C)…"), "", "", AnyMode},
+    {"view", "messages", QT_TRANSLATE_NOOP("shell::Menus", "消息窗口(&M)"), "messages", "F8", Nothing},
+    {"view", "toolbar", QT_TRANSLATE_NOOP("shell::Menus", "工具栏(&T)"), "", "", Nothing},
+    {"relays", "RlyEditSetRlyAction", QT_TRANSLATE_NOOP("shell::Menus", "保护设置(&S)…"), "", "", EditingMode},
+    {"relays", "RlyEditSetAllRlyAction", QT_TRANSLATE_NOOP("shell::Menus", "批量装设保护(&B)…"), "", "", EditingMode},
+    {"relays", "RlyEditSetDumRlyAction", QT_TRANSLATE_NOOP("shell::Menus", "自动装设虚拟保护(&V)"), "", "",
+     EditingMode},
+    {"relays", "RlySetCopRlyAction", QT_TRANSLATE_NOOP("shell::Menus", "保护配合关系(&C)…"), "", "", AnyMode},
     {"relays", "", "", "", "", Nothing},
-    {"relays", "RlyEditEditSysAction", CAPTION("运行方式(&M)…"), "", "", EditingMode},
-    {"relays", "RlyEditEditFzxsAction", CAPTION("分支系数故障(&F)…"), "", "", EditingMode},
+    {"relays", "RlyEditEditSysAction", QT_TRANSLATE_NOOP("shell::Menus", "运行方式(&M)…"), "", "", EditingMode},
+    {"relays", "RlyEditEditFzxsAction", QT_TRANSLATE_NOOP("shell::Menus", "分支系数故障(&F)…"), "", "", EditingMode},
     {"relays", "", "", "", "", Nothing},
-    {"relays", "RlyDspSetAction", CAPTION("显示设置(&D)…"), "", "F6", AnyMode},
-    {"relays", "RlyEditSelectRTypeAction", CAPTION("显示的保护类型(&T)…"), "", "", EditingMode},
-    {"relays", "RlyEditSetDzNameAction", CAPTION("定值显示名称(&N)…"), "", "", EditingMode},
+    {"relays", "RlyDspSetAction", QT_TRANSLATE_NOOP("shell::Menus", "显示设置(&D)…"), "", "F6", AnyMode},
+    {"relays", "RlyEditSelectRTypeAction", QT_TRANSLATE_NOOP("shell::Menus", "显示的保护类型(&T)…"), "", "",
+     EditingMode},
+    {"relays", "RlyEditSetDzNameAction", QT_TRANSLATE_NOOP("shell::Menus", "定值显示名称(&N)…"), "", "", EditingMode},
     {"relays", "", "", "", "", Nothing},
-    {"relays", "RlySetUserAction", CAPTION("用户管理(&U)…"), "", "", AnyMode},
-    {"calculate", "RlyCalCalAction", CAPTION("整定计算(&C)…"), "", "F9", CalculatingMode},
-    {"calculate", "RlyCalBuildDzdAction", CAPTION("定值单(&S)…"), "", "", CalculatingMode},
-    {"tools", "settings", CAPTION("设置(&S)…"), "settings", "Ctrl+,", Nothing},
-    {"help", "shortcuts", CAPTION("快捷键(&K)"), "", "F1", Nothing},
-    {"help", "about", CAPTION("关于(&A)"), "info", "", Nothing},
+    {"relays", "RlySetUserAction", QT_TRANSLATE_NOOP("shell::Menus", "用户管理(&U)…"), "", "", AnyMode},
+    {"calculate", "RlyCalCalAction", QT_TRANSLATE_NOOP("shell::Menus", "整定计算(&C)…"), "", "F9", CalculatingMode},
+    {"calculate", "RlyCalBuildDzdAction", QT_TRANSLATE_NOOP("shell::Menus", "定值单(&S)…"), "", "", CalculatingMode},
+    {"tools", "settings", QT_TRANSLATE_NOOP("shell::Menus", "设置(&S)…"), "settings", "Ctrl+,", Nothing},
+    {"help", "shortcuts", QT_TRANSLATE_NOOP("shell::Menus", "快捷键(&K)"), "", "F1", Nothing},
+    {"help", "about", QT_TRANSLATE_NOOP("shell::Menus", "关于(&A)"), "info", "", Nothing},
 };
 
 QString caption(const char* text) { return QCoreApplication::translate("shell::Menus", text); }
@@ -85,11 +89,11 @@ QString needText(Need need) {
     switch (need) {
         case OpenProject:
         case AnyMode:
-            return caption(CAPTION("先打开一个工程"));
+            return caption(QT_TRANSLATE_NOOP("shell::Menus", "先打开一个工程"));
         case EditingMode:
-            return caption(CAPTION("在工具栏中选“保护编辑”方式后可用"));
+            return caption(QT_TRANSLATE_NOOP("shell::Menus", "在工具栏中选“保护编辑”方式后可用"));
         case CalculatingMode:
-            return caption(CAPTION("在工具栏中选“保护整定”方式后可用"));
+            return caption(QT_TRANSLATE_NOOP("shell::Menus", "在工具栏中选“保护整定”方式后可用"));
         default:
             return {};
     }

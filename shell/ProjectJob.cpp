@@ -36,7 +36,6 @@ ProjectJob::~ProjectJob() {
 void ProjectJob::run(const std::function<bool()>& work, Ended ended) {
     auto outcome = std::make_shared<Outcome>(Outcome::Failed);
     thread_.reset(QThread::create([=] {
-        const ConnectionsOfThread connections;
         try {
             if (work()) *outcome = Outcome::Done;
         } catch (const Stopped&) {
@@ -95,13 +94,13 @@ bool ProjectJob::fillProject() {
     if (wish_.source.isEmpty()) return true;
     tell(75, tr("存网络"));
     if (!storeImportedNetwork(network_)) return false;
-    if (!wish_.demonstration) return true;
-    tell(90, tr("装设保护，定义作业"));
-    return makeDemonstration();
+    tell(90, wish_.demonstration ? tr("装设保护，定义作业") : tr("存网络"));
+    return !wish_.demonstration || makeDemonstration();
 }
 
 // A project that could not be filled is not left behind half made.
 bool ProjectJob::storeAll() {
+    const ConnectionsOfThread connections;
     const bool isNew = wish_.kind != Wish::Kind::Import;
     tell(kReadShare, wish_.kind == Wish::Kind::SaveAs ? tr("复制工程") : tr("建立工程"));
     if (!makeProject()) return false;

@@ -1,6 +1,5 @@
 #include "shell/ProjectSession.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QSqlDatabase>
 
@@ -12,8 +11,6 @@
 namespace shell {
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("shell::ProjectSession", text); }
 
 bool fail(QString* reason, const QString& text) {
     *reason = text;

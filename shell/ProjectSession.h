@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QObject>
+#include <QCoreApplication>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -22,6 +22,7 @@ namespace shell {
 /// The project in hand: its claim, its databases and the module on them, in the order in which the module wants to be
 /// called. One at a time.
 class ProjectSession {
+    Q_DECLARE_TR_FUNCTIONS(shell::ProjectSession)
   public:
     /// What the host's window lends to the module; all live longer than the session.
     struct Seat {

@@ -1,6 +1,5 @@
 #include "shell/RecentProjects.h"
 
-#include <QCoreApplication>
 #include <QSettings>
 
 #include "platform/sql/Sql.h"
@@ -11,8 +10,6 @@ namespace {
 
 constexpr int kKept = 12;
 constexpr char kArray[] = "recent";
-
-QString tr(const char* text) { return QCoreApplication::translate("shell::NetworkSummary", text); }
 
 }  // namespace
 

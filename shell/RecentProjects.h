@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QString>
 #include <QVector>
@@ -10,6 +11,8 @@ namespace shell {
 
 /// What the start page tells of a project without opening it.
 struct NetworkSummary {
+    Q_DECLARE_TR_FUNCTIONS(shell::NetworkSummary)
+  public:
     int buses = 0, lines = 0, transformers = 0, generators = 0, relays = 0, cases = 0;
     double highestKv = 0;
 

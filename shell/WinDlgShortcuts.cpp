@@ -35,7 +35,7 @@ WinDlgShortcuts::WinDlgShortcuts(const QVector<QPair<QString, QString>>& rows, Q
     auto* column = new QVBoxLayout(this);
     column->addWidget(table);
     column->addWidget(buttons);
-    resize(fontMetrics().averageCharWidth() * 70, fontMetrics().height() * 28);
+    resize(fontMetrics().averageCharWidth() * 100, fontMetrics().height() * 28);
 }
 
 }  // namespace shell

@@ -1,10 +1,24 @@
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFile>
 #include <QTextStream>
 
 #include "shell/Appearance.h"
 #include "shell/MainWindow.h"
 #include "shell/Settings.h"
+
+namespace {
+
+/// The most memory that this process has used, as the system tells it.
+QString peakMemory() {
+    QFile status("/proc/self/status");
+    if (!status.open(QIODevice::ReadOnly)) return {};
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith("VmHWM:")) return QString::fromLatin1(line.mid(6).trimmed());
+    return {};
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
@@ -31,7 +45,7 @@ int main(int argc, char** argv) {
             &window, &shell::MainWindow::projectShown, &window,
             [&window] {
                 window.repaint();
-                QTextStream(stdout) << "shown" << Qt::endl;
+                QTextStream(stdout) << "shown, at most " << peakMemory() << Qt::endl;
                 window.close();
             },
             Qt::QueuedConnection);

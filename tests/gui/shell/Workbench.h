@@ -1,0 +1,81 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+#include "platform/host/diagram/DiagramView.h"
+#include "shell/Appearance.h"
+#include "shell/MainWindow.h"
+#include "shell/Menus.h"
+#include "shell/MessageDock.h"
+
+/// Waits for something with the event loop running. \return whether it came
+inline bool waitFor(const std::function<bool()>& done, int ms = 30000) {
+    QElapsedTimer clock;
+    clock.start();
+    while (!done() && clock.elapsed() < ms) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    return done();
+}
+
+/// Runs something that opens modal windows, and deals with each as it comes; one that is still there after dealing is
+/// dealt with again. \return how many came
+inline int withModals(const std::function<void()>& act, const std::function<void(QWidget&)>& deal) {
+    QTimer timer;
+    int dealt = 0;
+    const QWidget* last = nullptr;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        QWidget* window = QApplication::activeModalWidget();
+        if (!window || !window->isVisible()) return void(last = nullptr);
+        if (window != last) ++dealt;
+        last = window;
+        deal(*window);
+    });
+    timer.start(30);
+    act();
+    return dealt;
+}
+
+inline void reject(QWidget& window) {
+    if (auto* dialog = qobject_cast<QDialog*>(&window)) dialog->reject();
+}
+
+/// The main window on a demonstration project of its own.
+class Workbench : public testing::Test {
+  protected:
+    static constexpr char project[] = "演示";
+
+    void SetUp() override {
+        shell::applyLanguage(*qApp, "zh");
+        shell::applyTheme(*qApp, shell::Theme::Light);
+        window = std::make_unique<shell::MainWindow>();
+        window->show();
+    }
+    void TearDown() override {
+        window.reset();
+        shell::applyLanguage(*qApp, "zh");
+    }
+
+    /// Opens the demonstration, which is made the first time.
+    void openDemonstration() {
+        QSignalSpy shown(window.get(), &shell::MainWindow::projectShown);
+        window->openDemonstration();
+        ASSERT_TRUE(waitFor([&] { return shown.count() > 0; }));
+    }
+    template <class T>
+    T* part(const QString& name) const {
+        return window->findChild<T*>(name);
+    }
+    [[nodiscard]] QString messages() const {
+        QCoreApplication::processEvents();
+        return window->messages().text();
+    }
+
+    std::unique_ptr<shell::MainWindow> window;
+};

@@ -1,0 +1,209 @@
+// Every window in both languages and both themes: pictures of them, what is left untranslated, what is cut off.
+#include <QAbstractButton>
+#include <QAction>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QRegularExpression>
+
+#include "programs/frame/EditSession.h"
+#include "programs/frame/UserStore.h"
+#include "tests/gui/shell/Pictures.h"
+#include "tests/gui/shell/Workbench.h"
+
+namespace {
+
+struct Look {
+    const char* language;
+    shell::Theme theme;
+    const char* name;
+};
+constexpr Look kLooks[] = {{"zh", shell::Theme::Light, "zh light"},
+                           {"zh", shell::Theme::Dark, "zh dark"},
+                           {"en", shell::Theme::Light, "en light"},
+                           {"en", shell::Theme::Dark, "en dark"}};
+
+bool isChinese(const QString& text) {
+    static const QRegularExpression han("\\p{Han}");
+    return text.contains(han);
+}
+
+/// What a user reads on a widget that is no data.
+QStringList textsOf(const QWidget& widget) {
+    QStringList texts{widget.windowTitle(), widget.toolTip()};
+    if (const auto* label = qobject_cast<const QLabel*>(&widget)) texts << label->text();
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) texts << button->text();
+    if (const auto* edit = qobject_cast<const QLineEdit*>(&widget)) texts << edit->placeholderText();
+    if (const auto* header = qobject_cast<const QHeaderView*>(&widget); header && header->model())
+        for (int i = 0; i < header->count(); ++i)
+            texts << header->model()->headerData(i, header->orientation()).toString();
+    for (const QAction* action : widget.actions())
+        texts << action->text() << (action->isVisible() ? action->toolTip() : QString());
+    return texts;
+}
+
+/// Names that users gave, which no translation changes.
+bool showsData(const QWidget& widget) {
+    static const QStringList names{"label_Project", "label_Network",       "comboBox_Case",    "mainWindow",
+                                   "menu_recent",   "messageBox_Leftover", "comboBox_Language"};
+    return names.contains(widget.objectName());
+}
+
+QStringList untranslated(const QWidget& window) {
+    QStringList found;
+    QList<const QWidget*> widgets{&window};
+    for (const QWidget* child : window.findChildren<QWidget*>()) widgets.append(child);
+    for (const QWidget* widget : std::as_const(widgets))
+        if (!showsData(*widget))
+            for (const QString& text : textsOf(*widget))
+                if (isChinese(text)) found << window.objectName() + "/" + widget->objectName() + ": " + text;
+    return found;
+}
+
+QStringList cutOff(const QWidget& window) {
+    QStringList found;
+    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+        const auto* label = qobject_cast<const QLabel*>(widget);
+        const auto* button = qobject_cast<const QAbstractButton*>(widget);
+        const bool text = (label && !label->wordWrap() && !label->text().isEmpty() &&
+                           label->sizePolicy().horizontalPolicy() != QSizePolicy::Ignored) ||
+                          (button && !button->text().isEmpty());
+        if (!text || !widget->isVisible()) continue;
+        if (widget->width() < widget->sizeHint().width() || widget->height() < widget->minimumSizeHint().height())
+            found << window.objectName() + "/" + widget->objectName() + ": " + (label ? label->text() : button->text());
+    }
+    return found;
+}
+
+}  // namespace
+
+class Windows : public Workbench {
+  protected:
+    void look(const QWidget& shown, const QString& name) {
+        const QString caption = name + ", " + look_->name;
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        pictures_.add(caption, shown);
+        const bool english = QString(look_->language) == "en";
+        EXPECT_EQ(english ? untranslated(shown).join('\n').toStdString() : "", "") << caption.toStdString();
+        EXPECT_EQ(cutOff(shown).join('\n').toStdString(), "") << caption.toStdString();
+    }
+
+    /// An action's windows, each looked at once and closed.
+    void lookAtAction(const QString& name) {
+        QAction* action = window->findChild<QAction*>(name);
+        ASSERT_TRUE(action) << name.toStdString();
+        QWidget* seen = nullptr;
+        withModals([&] { action->trigger(); },
+                   [&](QWidget& dialog) {
+                       if (seen != &dialog) look(dialog, name);
+                       seen = &dialog;
+                       reject(dialog);
+                   });
+        EXPECT_TRUE(seen || !action->text().endsWith("…")) << name.toStdString();
+    }
+
+    /// A new project through its dialog, to the report of the import.
+    void lookAtImport() {
+        QAction* action = window->findChild<QAction*>("new");
+        const QString name = QString("East");
+        bool started = false;
+        withModals([&] { action->trigger(); },
+                   [&](QWidget& dialog) {
+                       if (dialog.objectName() != "WinDlgProject") return reject(dialog);
+                       auto* ensure = dialog.findChild<QAbstractButton*>("pushButton_Ensure");
+                       if (!started) {
+                           dialog.findChild<QLineEdit*>("lineEdit_Name")->setText("a/b");
+                           look(dialog, "new");
+                           dialog.findChild<QLineEdit*>("lineEdit_Name")->setText(name);
+                           dialog.findChild<QLineEdit*>("lineEdit_Source")
+                               ->setText(MORVANE_SOURCE_DIR "/data/networks/iec60909-4");
+                           ensure->click();
+                           started = true;
+                       } else if (dialog.findChild<QWidget*>("importReport")->isVisible()) {
+                           look(dialog, "report");
+                           ensure->click();
+                       }
+                   });
+        EXPECT_EQ(window->session().project().name, name);
+        window->closeProject();
+        EXPECT_TRUE(window->session().store().remove(name));
+    }
+
+    void lookAtLeftover() {
+        {
+            EditSession left("WinDlgDspRly", {{"RLY_RLYDSP", 158}}, "_TEM");
+            ASSERT_TRUE(left.open());
+        }
+        window->closeProject();
+        withModals([&] { window->openProject(project); },
+                   [&](QWidget& box) {
+                       look(box, "leftover");
+                       box.findChildren<QAbstractButton*>().first()->click();
+                   });
+    }
+
+    void lookAtLogIn() {
+        ASSERT_EQ(UserStore::change({}, "secret", "secret"), UserStore::Change::Done);
+        shell::Settings().setLoginAtOpening(true);
+        window.reset();
+        window = std::make_unique<shell::MainWindow>();
+        window->show();
+        bool asked = false;
+        withModals(
+            [&] {
+                window->openWhenReady(project);
+                waitFor([&] { return asked; });
+            },
+            [&](QWidget& dialog) {
+                look(dialog, "login");
+                asked = true;
+                reject(dialog);
+            });
+        EXPECT_FALSE(window->isProjectOpen());
+        shell::Settings().setLoginAtOpening(false);
+        window->openProject(project);
+        ASSERT_EQ(UserStore::change("secret", {}, {}), UserStore::Change::Done);
+    }
+
+    void lookAtAll() {
+        lookAtImport();
+        look(*window, "start");
+        openDemonstration();
+        window->diagram().selectElement("石桥厂");
+        look(*window, "diagram");
+        window->findChild<QAction*>("find")->trigger();
+        part<QLineEdit>("lineEdit_Find")->setText("石");
+        look(*window, "find");
+        for (const char* name : {"open", "import", "save_as", "settings", "shortcuts", "about"}) lookAtAction(name);
+        for (const auto& [name, action] : window->menus().module()->asKeyValueRange())
+            if (action->isVisible() && action->isEnabled()) lookAtAction(name);
+        lookAtLeftover();
+        lookAtLogIn();
+    }
+
+    shell::Settings settings_;
+    const Look* look_ = nullptr;
+    Pictures pictures_;
+};
+
+TEST_F(Windows, AreTranslatedAndShowTheirTextsWholeInBothLanguagesAndThemes) {
+    openDemonstration();
+    for (const Look& look : kLooks) {
+        SCOPED_TRACE(look.name);
+        look_ = &look;
+        window.reset();
+        shell::applyLanguage(*qApp, look.language);
+        shell::applyTheme(*qApp, look.theme);
+        window = std::make_unique<shell::MainWindow>();
+        window->show();
+        ASSERT_TRUE(waitFor([&] { return !part<QLabel>("label_Server")->text().endsWith("…"); }));
+        lookAtAll();
+    }
+    if (qEnvironmentVariableIsSet("MORVANE_SCREENSHOTS")) {
+        EXPECT_TRUE(pictures_.save(qEnvironmentVariable("MORVANE_SCREENSHOTS")));
+    }
+    if (qEnvironmentVariableIsSet("MORVANE_SCREENSHOT_FOLDER"))
+        pictures_.saveEach(qEnvironmentVariable("MORVANE_SCREENSHOT_FOLDER"));
+}
