@@ -27,7 +27,7 @@ WinDlgShortcuts::WinDlgShortcuts(const QVector<QPair<QString, QString>>& rows, Q
         table->setItem(row, 0, new QTableWidgetItem(all[row].first));
         table->setItem(row, 1, new QTableWidgetItem(all[row].second));
     }
-    table->resizeColumnsToContents();
+    table->resizeColumnToContents(0);
     table->horizontalHeader()->setStretchLastSection(true);
     auto* buttons = new QDialogButtonBox(this);
     connect(buttons->addButton(tr("关闭"), QDialogButtonBox::RejectRole), &QPushButton::clicked, this,
