@@ -1119,5 +1119,741 @@
         <source>计算中与数据库服务器的连接中断，计算中止</source>
         <translation>The connection to the database server was lost; the calculation was stopped</translation>
     </message>
-</context>
+    <message>
+        <source>没有端子</source>
+        <translation>has no terminal</translation>
+    </message>
+    <message>
+        <source>应有两个端子，有 </source>
+        <translation>two terminals are expected, there are </translation>
+    </message>
+    <message>
+        <source> 个</source>
+        <translation> of them</translation>
+    </message>
+    <message>
+        <source>开关</source>
+        <translation>Switch</translation>
+    </message>
+    <message>
+        <source>两端是同一节点，不导入</source>
+        <translation>both ends are at the same node, not imported</translation>
+    </message>
+    <message>
+        <source>线路</source>
+        <translation>Line</translation>
+    </message>
+    <message>
+        <source>最大负荷电流取允许电流</source>
+        <translation>the permissible current is taken as largest load current</translation>
+    </message>
+    <message>
+        <source>没有允许电流</source>
+        <translation>has no permissible current</translation>
+    </message>
+    <message>
+        <source>没有它所耦合的两条线路</source>
+        <translation>the two lines that it couples are missing</translation>
+    </message>
+    <message>
+        <source>串联补偿</source>
+        <translation>Series compensator</translation>
+    </message>
+    <message>
+        <source>按线路导入</source>
+        <translation>imported as a line</translation>
+    </message>
+    <message>
+        <source>没有长度</source>
+        <translation>has no length</translation>
+    </message>
+    <message>
+        <source>厂站</source>
+        <translation>Station</translation>
+    </message>
+    <message>
+        <source>节点</source>
+        <translation>Node</translation>
+    </message>
+    <message>
+        <source>节点“</source>
+        <translation>node “</translation>
+    </message>
+    <message>
+        <source>”没有基准电压</source>
+        <translation>” has no base voltage</translation>
+    </message>
+    <message>
+        <source>边界模型</source>
+        <translation>Boundary model</translation>
+    </message>
+    <message>
+        <source>节点没有定义</source>
+        <translation>the node is not defined</translation>
+    </message>
+    <message>
+        <source>端子没有节点，可能缺少拓扑文件</source>
+        <translation>the terminal has no node; the topology file may be missing</translation>
+    </message>
+    <message>
+        <source>中性点</source>
+        <translation>Neutral</translation>
+    </message>
+    <message>
+        <source>没有设备模型（EQ）文件</source>
+        <translation>there is no equipment (EQ) file</translation>
+    </message>
+    <message>
+        <source>缺文件</source>
+        <translation>file missing</translation>
+    </message>
+    <message>
+        <source>运行状态</source>
+        <translation>Operating state</translation>
+    </message>
+    <message>
+        <source>开关取正常位置，出力和负荷取 0</source>
+        <translation>switches stand as normal; generation and load are taken as 0</translation>
+    </message>
+    <message>
+        <source>短路数据</source>
+        <translation>Short-circuit data</translation>
+    </message>
+    <message>
+        <source>模型不含短路数据</source>
+        <translation>the model has no short-circuit data</translation>
+    </message>
+    <message>
+        <source>读文件</source>
+        <translation>Reading files</translation>
+    </message>
+    <message>
+        <source>建立节点</source>
+        <translation>Making nodes</translation>
+    </message>
+    <message>
+        <source>读设备</source>
+        <translation>Reading equipment</translation>
+    </message>
+    <message>
+        <source>检查</source>
+        <translation>Checking</translation>
+    </message>
+    <message>
+        <source>读入完成</source>
+        <translation>Read</translation>
+    </message>
+    <message>
+        <source>发电机</source>
+        <translation>Generator</translation>
+    </message>
+    <message>
+        <source>没有短路数据，取 X" = 0.20、X0 = 0.10，中性点接地</source>
+        <translation>no short-circuit data; X" = 0.20, X0 = 0.10 and a grounded neutral are taken</translation>
+    </message>
+    <message>
+        <source>没有额定容量，取 1.1 max(Pmax, 10) MVA</source>
+        <translation>no rated power; 1.1 max(Pmax, 10) MVA is taken</translation>
+    </message>
+    <message>
+        <source>异步电动机</source>
+        <translation>Asynchronous motor</translation>
+    </message>
+    <message>
+        <source>外部电网</source>
+        <translation>Network feeder</translation>
+    </message>
+    <message>
+        <source>等值注入</source>
+        <translation>Equivalent injection</translation>
+    </message>
+    <message>
+        <source>并联补偿</source>
+        <translation>Shunt compensator</translation>
+    </message>
+    <message>
+        <source>电纳为零，不导入</source>
+        <translation>zero susceptance, not imported</translation>
+    </message>
+    <message>
+        <source>负荷</source>
+        <translation>Load</translation>
+    </message>
+    <message>
+        <source>这类设备不导入</source>
+        <translation>equipment of this kind is not imported</translation>
+    </message>
+    <message>
+        <source>没有状态变量文件，不建潮流作业</source>
+        <translation>no state-variable file; no load-flow case is made</translation>
+    </message>
+    <message>
+        <source>没有坐标</source>
+        <translation>has no coordinates</translation>
+    </message>
+    <message>
+        <source>变压器</source>
+        <translation>Transformer</translation>
+    </message>
+    <message>
+        <source>有一侧断开，按退出运行导入</source>
+        <translation>one side is disconnected; imported out of service</translation>
+    </message>
+    <message>
+        <source>两侧是同一节点，不导入</source>
+        <translation>both sides are at the same node, not imported</translation>
+    </message>
+    <message>
+        <source>有 </source>
+        <translation>has </translation>
+    </message>
+    <message>
+        <source> 个绕组，只能是 2 或 3</source>
+        <translation> windings; only 2 or 3 are possible</translation>
+    </message>
+    <message>
+        <source>没有零序数据和接地方式，星形侧按中性点直接接地</source>
+        <translation>no zero-sequence data or grounding; star sides are taken as solidly grounded</translation>
+    </message>
+    <message>
+        <source>两绕组变压器</source>
+        <translation>Two-winding transformer</translation>
+    </message>
+    <message>
+        <source>三绕组变压器</source>
+        <translation>Three-winding transformer</translation>
+    </message>
+    <message>
+        <source>并联电容器电抗器</source>
+        <translation>Shunt capacitor or reactor</translation>
+    </message>
+    <message>
+        <source>互感</source>
+        <translation>Mutual coupling</translation>
+    </message>
+    <message>
+        <source>基础方案</source>
+        <translation>Base scheme</translation>
+    </message>
+    <message>
+        <source>潮流作业</source>
+        <translation>Load-flow case</translation>
+    </message>
+    <message>
+        <source>导入</source>
+        <translation>imported</translation>
+    </message>
+    <message>
+        <source>”重名</source>
+        <translation>” occurs twice</translation>
+    </message>
+    <message>
+        <source>电容器电抗器</source>
+        <translation>Capacitor or reactor</translation>
+    </message>
+    <message>
+        <source>”：没有节点“</source>
+        <translation>”: there is no node “</translation>
+    </message>
+    <message>
+        <source>”：阻抗不是有限的数</source>
+        <translation>”: the impedance is not a finite number</translation>
+    </message>
+    <message>
+        <source>”：阻抗过大</source>
+        <translation>”: the impedance is too large</translation>
+    </message>
+    <message>
+        <source>线路零序</source>
+        <translation>Line, zero sequence</translation>
+    </message>
+    <message>
+        <source>”与“</source>
+        <translation>” and “</translation>
+    </message>
+    <message>
+        <source>”的互感：</source>
+        <translation>”, mutual coupling: </translation>
+    </message>
+    <message>
+        <source>线路与自身不能有互感</source>
+        <translation>a line cannot be coupled with itself</translation>
+    </message>
+    <message>
+        <source>没有这条线路</source>
+        <translation>there is no such line</translation>
+    </message>
+    <message>
+        <source>耦合段没有长度</source>
+        <translation>the coupled stretch has no length</translation>
+    </message>
+    <message>
+        <source>不小于线路本身的零序阻抗</source>
+        <translation>not smaller than the zero-sequence impedance of the lines themselves</translation>
+    </message>
+    <message>
+        <source>为零，不导入</source>
+        <translation>is zero, not imported</translation>
+    </message>
+    <message>
+        <source>变压器零序</source>
+        <translation>Transformer, zero sequence</translation>
+    </message>
+    <message>
+        <source>三绕组变压器支路</source>
+        <translation>Winding of a three-winding transformer</translation>
+    </message>
+    <message>
+        <source>三绕组变压器零序支路</source>
+        <translation>Winding of a three-winding transformer, zero sequence</translation>
+    </message>
+    <message>
+        <source>”：基准电压不在 0.001 至 10000 kV 之间</source>
+        <translation>”: the base voltage is not between 0.001 and 10000 kV</translation>
+    </message>
+    <message>
+        <source>电压不大于 0，改为 1</source>
+        <translation>voltage not above 0, changed to 1</translation>
+    </message>
+    <message>
+        <source>”：额定容量或额定电压超出范围</source>
+        <translation>”: rated power or voltage out of range</translation>
+    </message>
+    <message>
+        <source>中性点接地而 x0 = 0</source>
+        <translation>grounded neutral with x0 = 0</translation>
+    </message>
+    <message>
+        <source>发电机零序</source>
+        <translation>Generator, zero sequence</translation>
+    </message>
+    <message>
+        <source>”：阻抗不是有限的数或过大</source>
+        <translation>”: the impedance is not a finite number or too large</translation>
+    </message>
+    <message>
+        <source>两端基准电压不同</source>
+        <translation>the ends have different base voltages</translation>
+    </message>
+    <message>
+        <source>额定电压与节点基准电压相差过大</source>
+        <translation>the rated voltage is far from the base voltage of the node</translation>
+    </message>
+    <message>
+        <source>孤岛</source>
+        <translation>Island</translation>
+    </message>
+    <message>
+        <source>没有电源，以其首个节点表示</source>
+        <translation>has no source; its first node stands for it</translation>
+    </message>
+    <message>
+        <source>有线路而没有中性点接地，以其首个节点表示</source>
+        <translation>has lines and no grounded neutral; its first node stands for it</translation>
+    </message>
+    <message>
+        <source>网络没有节点</source>
+        <translation>the network has no nodes</translation>
+    </message>
+    <message>
+        <source>网络没有基础方案</source>
+        <translation>the network has no base scheme</translation>
+    </message>
+    <message>
+        <source>不是能打开的压缩文件：</source>
+        <translation>cannot be opened as an archive: </translation>
+    </message>
+    <message>
+        <source>不能读取：</source>
+        <translation>cannot be read: </translation>
+    </message>
+    <message>
+        <source>文件过大</source>
+        <translation>the file is too large</translation>
+    </message>
+    <message>
+        <source>压缩文件已损坏</source>
+        <translation>the archive is damaged</translation>
+    </message>
+    <message>
+        <source>压缩文件嵌套过深</source>
+        <translation>archives are nested too deeply</translation>
+    </message>
+    <message>
+        <source>没有 XML 文件</source>
+        <translation>there is no XML file</translation>
+    </message>
+    <message>
+        <source>XML 有错：</source>
+        <translation>XML error: </translation>
+    </message>
+    <message>
+        <source>不是 CIM16 或 CIM100 的网络模型</source>
+        <translation>no CIM16 or CIM100 network model</translation>
+    </message>
+    <message>
+        <source>是差异模型，只能导入完整模型</source>
+        <translation>a difference model; only full models can be imported</translation>
+    </message>
+    <message>
+        <source>对象没有标识</source>
+        <translation>the object has no identifier</translation>
+    </message>
+    <message>
+        <source> 的值“</source>
+        <translation>: the value “</translation>
+    </message>
+    <message>
+        <source>”不是数</source>
+        <translation>” is not a number</translation>
+    </message>
+    <message>
+        <source>文件不存在</source>
+        <translation>the file does not exist</translation>
+    </message>
+    <message>
+        <source>电压必须大于 0</source>
+        <translation>the voltage must be above 0</translation>
+    </message>
+    <message>
+        <source>node_type 必须是 0 或 1</source>
+        <translation>node_type must be 0 or 1</translation>
+    </message>
+    <message>
+        <source>length_km 不能小于 0</source>
+        <translation>length_km must not be below 0</translation>
+    </message>
+    <message>
+        <source>开关两端的基准电压不同</source>
+        <translation>the ends of the switch have different base voltages</translation>
+    </message>
+    <message>
+        <source>sense 必须是 1 或 -1</source>
+        <translation>sense must be 1 or -1</translation>
+    </message>
+    <message>
+        <source>number 必须大于 0</source>
+        <translation>number must be above 0</translation>
+    </message>
+    <message>
+        <source>潮流作业编号重复</source>
+        <translation>the number of the load-flow case occurs twice</translation>
+    </message>
+    <message>
+        <source>m10 必须是 0 或 1</source>
+        <translation>m10 must be 0 or 1</translation>
+    </message>
+    <message>
+        <source>未切除的支路必须给出 r 和 x</source>
+        <translation>a branch that is not cut out needs r and x</translation>
+    </message>
+    <message>
+        <source>没有支路“</source>
+        <translation>there is no branch “</translation>
+    </message>
+    <message>
+        <source>没有潮流作业 </source>
+        <translation>there is no load-flow case </translation>
+    </message>
+    <message>
+        <source>”与第 </source>
+        <translation>” is the same name as in line </translation>
+    </message>
+    <message>
+        <source> 行重名</source>
+        <translation> (twice)</translation>
+    </message>
+    <message>
+        <source>”的两端是同一节点</source>
+        <translation>” has both ends at the same node</translation>
+    </message>
+    <message>
+        <source>没有定义“</source>
+        <translation>not defined: “</translation>
+    </message>
+    <message>
+        <source>没有节点“</source>
+        <translation>there is no node “</translation>
+    </message>
+    <message>
+        <source> 必须大于 0</source>
+        <translation> must be above 0</translation>
+    </message>
+    <message>
+        <source>”不是 </source>
+        <translation>” is none of: </translation>
+    </message>
+    <message>
+        <source> 之一</source>
+        <translation>.</translation>
+    </message>
+    <message>
+        <source>短路损耗大于短路电压所允许的值</source>
+        <translation>the load losses are larger than the impedance voltage allows</translation>
+    </message>
+    <message>
+        <source>互感区段必须满足 0 &lt;= from &lt; to &lt;= 100</source>
+        <translation>the coupled stretch must hold 0 &lt;= from &lt; to &lt;= 100</translation>
+    </message>
+    <message>
+        <source>不是网络数据的文件名</source>
+        <translation>no file name of network data</translation>
+    </message>
+    <message>
+        <source>不是目录</source>
+        <translation>no folder</translation>
+    </message>
+    <message>
+        <source>读网络数据</source>
+        <translation>Reading the network</translation>
+    </message>
+    <message>
+        <source>不能为空</source>
+        <translation>must not be empty</translation>
+    </message>
+    <message>
+        <source>”不是整数</source>
+        <translation>” is not a whole number</translation>
+    </message>
+    <message>
+        <source>”不是 0 或 1</source>
+        <translation>” is neither 0 nor 1</translation>
+    </message>
+    <message>
+        <source>没有定义的列“</source>
+        <translation>unknown column “</translation>
+    </message>
+    <message>
+        <source>列“</source>
+        <translation>column “</translation>
+    </message>
+    <message>
+        <source>”重复</source>
+        <translation>” occurs twice</translation>
+    </message>
+    <message>
+        <source>缺少列“</source>
+        <translation>missing column “</translation>
+    </message>
+    <message>
+        <source>引号之后有多余的字符</source>
+        <translation>characters behind the closing quote</translation>
+    </message>
+    <message>
+        <source>引号没有结束</source>
+        <translation>the quote is not closed</translation>
+    </message>
+    <message>
+        <source>不是 UTF-8 编码</source>
+        <translation>not UTF-8</translation>
+    </message>
+    <message>
+        <source>没有表头</source>
+        <translation>there is no header</translation>
+    </message>
+    <message>
+        <source> 个字段，表头有 </source>
+        <translation> fields, the header has </translation>
+    </message>
+    <message>
+        <source>节点号 </source>
+        <translation>bus number </translation>
+    </message>
+    <message>
+        <source> 重复</source>
+        <translation> occurs twice</translation>
+    </message>
+    <message>
+        <source>支路两端是同一节点</source>
+        <translation>both ends of the branch are at the same bus</translation>
+    </message>
+    <message>
+        <source>没有短路数据，取 X" = 0.20、X0 = 0.10，容量 1.1 max(Pmax, 10) MVA，中性点接地</source>
+        <translation>no short-circuit data; X" = 0.20, X0 = 0.10 on 1.1 max(Pmax, 10) MVA and a grounded neutral are taken</translation>
+    </message>
+    <message>
+        <source>没有接线方式，两侧按中性点直接接地</source>
+        <translation>no vector group; both sides are taken as solidly grounded</translation>
+    </message>
+    <message>
+        <source>基准电压为 0，取 110 kV</source>
+        <translation>base voltage 0; 110 kV is taken</translation>
+    </message>
+    <message>
+        <source>最大负荷电流取额定电流</source>
+        <translation>the rated current is taken as largest load current</translation>
+    </message>
+    <message>
+        <source>没有额定电流</source>
+        <translation>has no rated current</translation>
+    </message>
+    <message>
+        <source>并联电导不导入</source>
+        <translation>shunt conductance is not imported</translation>
+    </message>
+    <message>
+        <source>阻抗小于 1e-6，改为 j1e-6</source>
+        <translation>impedance below 1e-6, changed to j1e-6</translation>
+    </message>
+    <message>
+        <source>孤立节点不导入</source>
+        <translation>isolated bus, not imported</translation>
+    </message>
+    <message>
+        <source>支路和发电机</source>
+        <translation>Branch or generator</translation>
+    </message>
+    <message>
+        <source>未投入，不导入</source>
+        <translation>out of service, not imported</translation>
+    </message>
+    <message>
+        <source>第 </source>
+        <translation>column </translation>
+    </message>
+    <message>
+        <source> 列不是有限的数</source>
+        <translation> is not a finite number</translation>
+    </message>
+    <message>
+        <source> 列不是整数</source>
+        <translation> is not a whole number</translation>
+    </message>
+    <message>
+        <source>没有节点 </source>
+        <translation>there is no bus </translation>
+    </message>
+    <message>
+        <source>读算例</source>
+        <translation>Reading the case</translation>
+    </message>
+    <message>
+        <source>没有 mpc.baseMVA，不是 MATPOWER 第 2 版算例</source>
+        <translation>there is no mpc.baseMVA; not a MATPOWER case of version 2</translation>
+    </message>
+    <message>
+        <source>mpc.baseMVA 后面没有“=”</source>
+        <translation>no “=” behind mpc.baseMVA</translation>
+    </message>
+    <message>
+        <source>不是数：</source>
+        <translation>not a number: </translation>
+    </message>
+    <message>
+        <source> 从第 </source>
+        <translation> opens in line </translation>
+    </message>
+    <message>
+        <source> 行开始，没有结束</source>
+        <translation> and is not closed</translation>
+    </message>
+    <message>
+        <source> 这一行有 </source>
+        <translation>: this row has </translation>
+    </message>
+    <message>
+        <source> 列，前面的有 </source>
+        <translation> columns, those before have </translation>
+    </message>
+    <message>
+        <source> 列</source>
+        <translation> columns</translation>
+    </message>
+    <message>
+        <source>mpc.bus_name 没有结束</source>
+        <translation>mpc.bus_name is not closed</translation>
+    </message>
+    <message>
+        <source>没有 </source>
+        <translation>there is no </translation>
+    </message>
+    <message>
+        <source>，不是 MATPOWER 第 2 版算例</source>
+        <translation>; not a MATPOWER case of version 2</translation>
+    </message>
+    <message>
+        <source> 只有 </source>
+        <translation> has only </translation>
+    </message>
+    <message>
+        <source> 列，应有 </source>
+        <translation> columns; needed are </translation>
+    </message>
+    <message>
+        <source>名称为空</source>
+        <translation>the name is empty</translation>
+    </message>
+    <message>
+        <source>名称末尾有空格</source>
+        <translation>the name ends in a blank</translation>
+    </message>
+    <message>
+        <source>名称超过 </source>
+        <translation>the name is longer than </translation>
+    </message>
+    <message>
+        <source> 个字符</source>
+        <translation> characters</translation>
+    </message>
+    <message>
+        <source>名称中有控制字符</source>
+        <translation>the name has a control character</translation>
+    </message>
+    <message>
+        <source>名称中有 GBK 以外的字符“</source>
+        <translation>the name has a character outside GBK: “</translation>
+    </message>
+    <message>
+        <source>名称“</source>
+        <translation>name “</translation>
+    </message>
+    <message>
+        <source>”改为“</source>
+        <translation>” changed to “</translation>
+    </message>
+    <message>
+        <source>才能存入，未允许修改名称</source>
+        <translation> would be needed to store it; changing names was not allowed</translation>
+    </message>
+    <message>
+        <source>不是 CSV 目录、CGMES 模型或 MATPOWER 算例</source>
+        <translation>no CSV folder, CGMES model or MATPOWER case</translation>
+    </message>
+    <message>
+        <source>读入</source>
+        <translation>imported</translation>
+    </message>
+    <message>
+        <source>取缺省值</source>
+        <translation>default</translation>
+    </message>
+    <message>
+        <source>缺少</source>
+        <translation>missing</translation>
+    </message>
+    <message>
+        <source>可疑</source>
+        <translation>doubtful</translation>
+    </message>
+    <message>
+        <source>改动</source>
+        <translation>changed</translation>
+    </message>
+    <message>
+        <source> 个没有零序数据，未允许使用缺省值</source>
+        <translation> without zero-sequence data; defaults were not allowed</translation>
+    </message>
+    <message>
+        <source>没有零序数据，取 </source>
+        <translation>no zero-sequence data; taken: </translation>
+    </message>
+    <message>
+        <source>并联电抗器</source>
+        <translation>Shunt reactor</translation>
+    </message>
+    <message>
+        <source> 等</source>
+        <translation> and others</translation>
+    </message>
+    </context>
 </TS>

@@ -2,19 +2,22 @@
 
 #include "platform/import/CgmesElements.h"
 
+#include "platform/host/Text.h"
+
 namespace import::cgmes {
 
 using enum Finding::Kind;
 
 const CimObject& Context::terminal(const CimObject& equipment) const {
     const auto& list = nodes.terminals(equipment);
-    if (list.empty()) cim.fail(equipment, "没有端子");
+    if (list.empty()) cim.fail(equipment, Text::say("没有端子"));
     return *list.front();
 }
 
 const std::vector<const CimObject*>& Context::twoTerminals(const CimObject& equipment) const {
     const auto& list = nodes.terminals(equipment);
-    if (list.size() != 2) cim.fail(equipment, "应有两个端子，有 " + std::to_string(list.size()) + " 个");
+    if (list.size() != 2)
+        cim.fail(equipment, Text::say("应有两个端子，有 ") + std::to_string(list.size()) + Text::say(" 个"));
     return list;
 }
 
@@ -81,10 +84,10 @@ void readSwitches(Context& c) {
             host::Switch s;
             s.i = c.nodes.nodeOf(*ends[0]), s.j = c.nodes.nodeOf(*ends[1]);
             if (s.i == s.j) {
-                c.tally.note(Changed, "开关", "两端是同一节点，不导入", object->name());
+                c.tally.note(Changed, Text::say("开关"), Text::say("两端是同一节点，不导入"), object->name());
                 continue;
             }
-            s.name = names.give(object->name(), "开关");
+            s.name = names.give(object->name(), QT_TRANSLATE_NOOP("Text", "开关"));
             s.breaker = isBreaker(object->className);
             s.closed = !object->flag("Switch.open", object->flag("Switch.normalOpen", false)) &&
                        CgmesNodes::connected(*ends[0]) && CgmesNodes::connected(*ends[1]) && c.inService(*object);
@@ -116,9 +119,9 @@ void rate(const Context& c, const CurrentLimits& limits, const CimObject& object
     line.ratedA = a > 0 && b > 0 ? std::min(a, b) : std::max(a, b);
     line.maxLoadA = line.ratedA;
     if (line.ratedA > 0)
-        c.tally.note(Defaulted, "线路", "最大负荷电流取允许电流", line.name);
+        c.tally.note(Defaulted, Text::say("线路"), Text::say("最大负荷电流取允许电流"), line.name);
     else
-        c.tally.note(Missing, "线路", "没有允许电流", line.name);
+        c.tally.note(Missing, Text::say("线路"), Text::say("没有允许电流"), line.name);
 }
 
 /// The coupled stretch of a line in percent from its I end, from the distances to the terminal that the coupling names.
@@ -146,7 +149,7 @@ void readCouplings(Context& c) {
         const CimObject* const t1 = c.cim.follow(*coupling, "MutualCoupling.First_Terminal");
         const CimObject* const t2 = c.cim.follow(*coupling, "MutualCoupling.Second_Terminal");
         const host::Line *first = lineAt(c, t1), *second = lineAt(c, t2);
-        if (!first || !second) c.cim.fail(*coupling, "没有它所耦合的两条线路");
+        if (!first || !second) c.cim.fail(*coupling, Text::say("没有它所耦合的两条线路"));
         host::Mutual m;
         m.first = first->name, m.second = second->name;
         m.r0 = c.cim.number(*coupling, "MutualCoupling.r0", 0) / c.ohmBase(first->i);
@@ -169,19 +172,19 @@ void readLines(Context& c) {
         for (const CimObject* object : c.cim.all(className)) {
             host::Line line = lineOf(c, *object, className);
             if (line.i == line.j) {
-                c.tally.note(Changed, "线路", "两端是同一节点，不导入", object->name());
+                c.tally.note(Changed, Text::say("线路"), Text::say("两端是同一节点，不导入"), object->name());
                 continue;
             }
-            line.name = names.give(object->name(), "线路");
+            line.name = names.give(object->name(), QT_TRANSLATE_NOOP("Text", "线路"));
             const double ohm = c.ohmBase(line.i);
             line.b1 = c.cim.number(*object, "ACLineSegment.bch", 0) * ohm;
             line.b0 = c.cim.number(*object, "ACLineSegment.b0ch", 0) * ohm;
             line.lengthKm = c.cim.number(*object, "Conductor.length", 0);
             line.endTemperature = c.cim.number(*object, "ACLineSegment.shortCircuitEndTemperature", 0);
             if (className == "SeriesCompensator")
-                c.tally.note(Changed, "串联补偿", "按线路导入", line.name);
+                c.tally.note(Changed, Text::say("串联补偿"), Text::say("按线路导入"), line.name);
             else if (line.lengthKm <= 0)
-                c.tally.note(Missing, "线路", "没有长度", line.name);
+                c.tally.note(Missing, Text::say("线路"), Text::say("没有长度"), line.name);
             rate(c, limits, *object, line);
             c.names[object->id] = line.name;
             c.model.lines.push_back(std::move(line));

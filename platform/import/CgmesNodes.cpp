@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/host/Text.h"
+
 namespace import {
 
 using enum Finding::Kind;
@@ -39,7 +41,7 @@ void CgmesNodes::readTerminals() {
 
 void CgmesNodes::readStations() {
     for (const CimObject* station : cim_.all("Substation")) {
-        const std::string name = stationNames_.give(station->name(), "厂站");
+        const std::string name = stationNames_.give(station->name(), QT_TRANSLATE_NOOP("Text", "厂站"));
         stations_[station->id] = name;
         model_.stations.push_back({name});
     }
@@ -82,14 +84,14 @@ void CgmesNodes::addNode(const CimObject& terminal) {
     const auto bar = busbars_.find(id);
     host::Node node;
     const std::string wanted = bar != busbars_.end() ? bar->second->name() : object ? object->name() : "";
-    node.name = nodeNames_.give(wanted.empty() ? std::string(id) : wanted, "节点");
+    node.name = nodeNames_.give(wanted.empty() ? std::string(id) : wanted, QT_TRANSLATE_NOOP("Text", "节点"));
     node.baseKv = baseKvOf(object, level, terminal);
-    if (node.baseKv <= 0) cim_.fail(terminal, "节点“" + node.name + "”没有基准电压");
+    if (node.baseKv <= 0) cim_.fail(terminal, Text::say("节点“") + node.name + Text::say("”没有基准电压"));
     node.physicalBus = !nodeBreaker_ || bar != busbars_.end();
     if (level) node.vMinKv = cim_.number(*level, "VoltageLevel.lowVoltageLimit", 0);
     const CimObject* const station = level ? cim_.follow(*level, "VoltageLevel.Substation") : nullptr;
     if (station) node.station = stations_[station->id];
-    if (!object) tally_.note(Missing, "边界模型", "节点没有定义", node.name);
+    if (!object) tally_.note(Missing, Text::say("边界模型"), Text::say("节点没有定义"), node.name);
     places_[id] = model_.nodes.size(), byName_[node.name] = model_.nodes.size();
     topological_.push_back(
         object && object->className == "ConnectivityNode" ? object->text("ConnectivityNode.TopologicalNode") : id);
@@ -117,7 +119,7 @@ const std::vector<const CimObject*>& CgmesNodes::terminals(const CimObject& equi
 
 const std::string& CgmesNodes::nodeOf(const CimObject& terminal) const {
     const auto found = places_.find(nodeId(terminal));
-    if (found == places_.end()) cim_.fail(terminal, "端子没有节点，可能缺少拓扑文件");
+    if (found == places_.end()) cim_.fail(terminal, Text::say("端子没有节点，可能缺少拓扑文件"));
     return model_.nodes[found->second].name;
 }
 

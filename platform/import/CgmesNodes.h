@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/host/Text.h"
 #include "platform/import/CimStore.h"
 #include "platform/import/Names.h"
 #include "platform/import/Tally.h"
@@ -28,7 +29,9 @@ class CgmesNodes {
     /// Names of the nodes that a topological node joins.
     [[nodiscard]] std::vector<std::string> nodesOf(const CimObject& topologicalNode) const;
     /// A name for a star point, unique among the nodes.
-    std::string starName(const std::string& transformer) { return nodeNames_.give(transformer + "中性点", "中性点"); }
+    std::string starName(const std::string& transformer) {
+        return nodeNames_.give(transformer + "中性点", QT_TRANSLATE_NOOP("Text", "中性点"));
+    }
 
   private:
     void readTerminals();

@@ -2,6 +2,8 @@
 
 #include "platform/import/CgmesElements.h"
 
+#include "platform/host/Text.h"
+
 namespace import::cgmes {
 
 using enum Finding::Kind;
@@ -60,17 +62,19 @@ class SourceReader {
         g.rn = value("earthingStarPointR"), g.xn = value("earthingStarPointX");
         if (g.x1 <= 0) {
             g.x1 = machineX1 * scale, g.r0 = 0, g.x0 = machineX0 * scale, g.grounded = true;
-            c_.tally.note(Defaulted, "发电机", "没有短路数据，取 X\" = 0.20、X0 = 0.10，中性点接地", object.name());
+            c_.tally.note(Defaulted, Text::say("发电机"),
+                          Text::say("没有短路数据，取 X\" = 0.20、X0 = 0.10，中性点接地"), object.name());
         } else if (g.grounded && g.x0 == 0) {
             g.r0 = g.x0 = NAN;
         }
-        end(object, std::move(g), "发电机");
+        end(object, std::move(g), QT_TRANSLATE_NOOP("Text", "发电机"));
     }
 
     double defaultRating(const CimObject& object) const {
         const CimObject* const unit = c_.cim.follow(object, "RotatingMachine.GeneratingUnit");
         const double p = unit ? c_.cim.number(*unit, "GeneratingUnit.maxOperatingP", 0) : 0;
-        c_.tally.note(Defaulted, "发电机", "没有额定容量，取 1.1 max(Pmax, 10) MVA", object.name());
+        c_.tally.note(Defaulted, Text::say("发电机"), Text::say("没有额定容量，取 1.1 max(Pmax, 10) MVA"),
+                      object.name());
         return machineMargin * std::max(p, smallestMachineMw);
     }
 
@@ -81,12 +85,13 @@ class SourceReader {
         const double power = c_.cim.number(object, "AsynchronousMachine.ratedMechanicalPower", 0);
         const double efficiency = c_.cim.number(object, "AsynchronousMachine.efficiency", 0) / 100;
         if (power > 0 && efficiency > 0 && g.cosPhi > 0) g.ratedMva = power / (efficiency * g.cosPhi);
-        if (start <= 0 || g.ratedMva <= 0) return addAsLoad(object, "异步电动机", "RotatingMachine");
+        if (start <= 0 || g.ratedMva <= 0)
+            return addAsLoad(object, QT_TRANSLATE_NOOP("Text", "异步电动机"), "RotatingMachine");
         const double rx = orZero(c_.cim.number(object, "AsynchronousMachine.rxLockedRotorRatio"));
         const double ratio = g.ratedKv / c_.nodes.baseKv(g.node);
         const double z = 100 / g.ratedMva / start * ratio * ratio;
         g.x1 = z / std::sqrt(1 + rx * rx), g.r1 = g.x1 * rx;
-        end(object, std::move(g), "异步电动机");
+        end(object, std::move(g), QT_TRANSLATE_NOOP("Text", "异步电动机"));
     }
 
     /// Z = c Un / (sqrt(3) Ik"), split by the ratios told (IEC 60909-0, network feeders).
@@ -94,7 +99,7 @@ class SourceReader {
         const std::string n = "ExternalNetworkInjection.";
         host::Generator g = begin(object, "feeder", n + "p", n + "q");
         const double current = c_.cim.number(object, n + "maxInitialSymShCCurrent", 0) / 1000;
-        if (current <= 0) return addAsLoad(object, "外部电网", "ExternalNetworkInjection");
+        if (current <= 0) return addAsLoad(object, QT_TRANSLATE_NOOP("Text", "外部电网"), "ExternalNetworkInjection");
         double factor = c_.cim.number(object, n + "voltageFactor", feederVoltageFactor);
         if (factor <= 0) factor = feederVoltageFactor;
         const double kv = c_.nodes.baseKv(g.node);
@@ -108,7 +113,7 @@ class SourceReader {
         g.grounded = z0 > 0;
         g.ratedMva = std::sqrt(3.0) * kv * current, g.ratedKv = kv;
         g.ikMaxKa = current, g.ikMinKa = c_.cim.number(object, n + "minInitialSymShCCurrent", 0) / 1000;
-        end(object, std::move(g), "外部电网");
+        end(object, std::move(g), QT_TRANSLATE_NOOP("Text", "外部电网"));
     }
 
     void addEquivalent(const CimObject& object) {
@@ -116,10 +121,10 @@ class SourceReader {
         host::Generator g = begin(object, "feeder", n + "p", n + "q");
         const auto ohm = [&](const char* a) { return c_.cim.number(object, n + a, 0) / c_.ohmBase(g.node); };
         g.r1 = ohm("r"), g.x1 = ohm("x"), g.r0 = ohm("r0"), g.x0 = ohm("x0");
-        if (g.x1 == 0) return addAsLoad(object, "等值注入", "EquivalentInjection");
+        if (g.x1 == 0) return addAsLoad(object, QT_TRANSLATE_NOOP("Text", "等值注入"), "EquivalentInjection");
         g.grounded = g.x0 != 0;
         g.ratedMva = 100 / std::hypot(g.r1, g.x1);
-        end(object, std::move(g), "等值注入");
+        end(object, std::move(g), QT_TRANSLATE_NOOP("Text", "等值注入"));
     }
 
     /// A source without impedance cannot feed a fault; what it consumes is kept.
@@ -128,7 +133,7 @@ class SourceReader {
         load.name = names_.give(object.name(), kind), load.node = c_.nodes.nodeOf(c_.terminal(object));
         load.pMw = c_.cim.number(object, prefix + ".p", 0), load.qMvar = c_.cim.number(object, prefix + ".q", 0);
         load.inService = c_.inService(object);
-        c_.tally.note(Missing, kind, "没有短路阻抗，按负荷导入", load.name);
+        c_.tally.note(Missing, Text::say(kind), Text::say("没有短路阻抗，按负荷导入"), load.name);
         c_.model.loads.push_back(std::move(load));
     }
 
@@ -156,10 +161,10 @@ void readShunts(Context& c) {
         const double ohm = c.ohmBase(s.node), b = susceptance(c, *object, "LinearShuntCompensator.bPerSection");
         const double b0 = susceptance(c, *object, "LinearShuntCompensator.b0PerSection");
         if (b == 0) {
-            c.tally.note(Changed, "并联补偿", "电纳为零，不导入", object->name());
+            c.tally.note(Changed, Text::say("并联补偿"), Text::say("电纳为零，不导入"), object->name());
             continue;
         }
-        s.name = names.give(object->name(), "并联补偿");
+        s.name = names.give(object->name(), QT_TRANSLATE_NOOP("Text", "并联补偿"));
         s.x1 = -1 / (b * ohm), s.x0 = b0 != 0 ? -1 / (b0 * ohm) : s.x1;
         s.grounded = object->flag("ShuntCompensator.grounded", false) && b0 != 0;
         s.ratedKv = c.cim.number(*object, "ShuntCompensator.nomU", 0);
@@ -174,8 +179,8 @@ void readLoads(Context& c) {
     NameGiver names(c.options, c.report);
     for (const char* className : {"EnergyConsumer", "ConformLoad", "NonConformLoad", "StationSupply"})
         for (const CimObject* object : c.cim.all(className))
-            c.model.loads.push_back({names.give(object->name(), "负荷"), c.nodes.nodeOf(c.terminal(*object)),
-                                     c.cim.number(*object, "EnergyConsumer.p", 0),
+            c.model.loads.push_back({names.give(object->name(), QT_TRANSLATE_NOOP("Text", "负荷")),
+                                     c.nodes.nodeOf(c.terminal(*object)), c.cim.number(*object, "EnergyConsumer.p", 0),
                                      c.cim.number(*object, "EnergyConsumer.q", 0), c.inService(*object)});
 }
 
@@ -185,7 +190,7 @@ void noteOthers(Context& c) {
           "GroundDisconnector", "Ground", "GroundingImpedance", "PetersenCoil", "EnergySource",
           "PowerElectronicsConnection", "CsConverter", "VsConverter", "DCLineSegment"})
         for (const CimObject* object : c.cim.all(className))
-            c.tally.note(Missing, className, "这类设备不导入", object->name());
+            c.tally.note(Missing, className, Text::say("这类设备不导入"), object->name());
 }
 
 }  // namespace import::cgmes

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/host/Text.h"
+
 namespace import::cgmes {
 
 using enum Finding::Kind;
@@ -162,7 +164,8 @@ void readLoadFlow(Context& c) {
         for (const std::string& name : c.nodes.nodesOf(*node))
             flow.nodes.push_back({name, kv / c.nodes.baseKv(name), angle});
     }
-    if (flow.nodes.empty()) return c.tally.note(Missing, "潮流", "没有状态变量文件，不建潮流作业", "SV");
+    if (flow.nodes.empty())
+        return c.tally.note(Missing, Text::say("潮流"), Text::say("没有状态变量文件，不建潮流作业"), "SV");
     readInjections(c, flow);
     c.model.loadFlow.push_back(std::move(flow));
 }
@@ -170,7 +173,7 @@ void readLoadFlow(Context& c) {
 void readPositions(Context& c) {
     Placer(c).place();
     for (const auto& node : c.model.nodes)
-        if (!node.hasPosition) c.tally.note(Missing, "节点", "没有坐标", node.name);
+        if (!node.hasPosition) c.tally.note(Missing, Text::say("节点"), Text::say("没有坐标"), node.name);
 }
 
 }  // namespace import::cgmes

@@ -3,6 +3,8 @@
 
 #include "platform/import/CgmesElements.h"
 
+#include "platform/host/Text.h"
+
 namespace import::cgmes {
 
 using enum Finding::Kind;
@@ -27,7 +29,7 @@ Grounding groundingOf(const CimObject& end) {
 
 WindingEnd endOf(const Context& c, const CimObject& object) {
     WindingEnd end{&object, c.cim.follow(object, "TransformerEnd.Terminal"), {}, 0, 0, 0, 0};
-    if (!end.terminal) c.cim.fail(object, "没有端子");
+    if (!end.terminal) c.cim.fail(object, Text::say("没有端子"));
     end.winding.node = c.nodes.nodeOf(*end.terminal);
     end.winding.ratedKv = c.cim.number(object, "PowerTransformerEnd.ratedU", 0);
     if (end.winding.ratedKv <= 0) end.winding.ratedKv = c.nodes.baseKv(end.winding.node);
@@ -78,7 +80,7 @@ double ratioOf(const CimStore& cim, const CimObject& tap) {
 bool inService(const Context& c, const CimObject& object, const std::vector<WindingEnd>& ends) {
     const bool connected =
         std::all_of(ends.begin(), ends.end(), [](const WindingEnd& e) { return CgmesNodes::connected(*e.terminal); });
-    if (!connected) c.tally.note(Changed, "变压器", "有一侧断开，按退出运行导入", object.name());
+    if (!connected) c.tally.note(Changed, Text::say("变压器"), Text::say("有一侧断开，按退出运行导入"), object.name());
     return connected && c.inService(object);
 }
 
@@ -93,8 +95,9 @@ void addTwoWinding(Context& c, const CimObject& object, const std::vector<Windin
                    NameGiver& names) {
     host::Transformer2 t;
     t.i = ends[0].winding, t.j = ends[1].winding;
-    if (t.i.node == t.j.node) return c.tally.note(Changed, "变压器", "两侧是同一节点，不导入", object.name());
-    t.name = names.give(object.name(), "变压器");
+    if (t.i.node == t.j.node)
+        return c.tally.note(Changed, Text::say("变压器"), Text::say("两侧是同一节点，不导入"), object.name());
+    t.name = names.give(object.name(), QT_TRANSLATE_NOOP("Text", "变压器"));
     const double ohm = c.ohmBase(t.i.node);
     const double ratio = t.i.ratedKv / t.j.ratedKv, square = ratio * ratio;
     t.r1 = (ends[0].r + ends[1].r * square) / ohm, t.x1 = (ends[0].x + ends[1].x * square) / ohm;
@@ -121,7 +124,7 @@ void addTwoWinding(Context& c, const CimObject& object, const std::vector<Windin
 void addThreeWinding(Context& c, const CimObject& object, const std::vector<WindingEnd>& ends, const Taps& taps,
                      NameGiver& names) {
     host::Transformer3 t;
-    t.name = names.give(object.name(), "变压器");
+    t.name = names.give(object.name(), QT_TRANSLATE_NOOP("Text", "变压器"));
     t.star = c.nodes.starName(t.name);
     const double ohm = c.ohmBase(ends[0].winding.node);
     for (std::size_t w = 0; w < 3; ++w) {
@@ -148,7 +151,8 @@ void readTransformers(Context& c) {
     for (const CimObject* object : c.cim.all("PowerTransformer")) {
         const auto found = endObjects.find(object->id);
         const std::size_t count = found == endObjects.end() ? 0 : found->second.size();
-        if (count != 2 && count != 3) c.cim.fail(*object, "有 " + std::to_string(count) + " 个绕组，只能是 2 或 3");
+        if (count != 2 && count != 3)
+            c.cim.fail(*object, Text::say("有 ") + std::to_string(count) + Text::say(" 个绕组，只能是 2 或 3"));
         transformers.push_back({object, {}});
         for (const CimObject* end : found->second) transformers.back().second.push_back(endOf(c, *end));
     }
@@ -156,7 +160,8 @@ void readTransformers(Context& c) {
         std::all_of(transformers.begin(), transformers.end(), [](const auto& t) { return saysNothing(t.second); });
     for (auto& [object, ends] : transformers) {
         if (noZeroSequence) {
-            c.tally.note(Defaulted, "变压器", "没有零序数据和接地方式，星形侧按中性点直接接地", object->name());
+            c.tally.note(Defaulted, Text::say("变压器"), Text::say("没有零序数据和接地方式，星形侧按中性点直接接地"),
+                         object->name());
             for (WindingEnd& end : ends)
                 if (end.winding.grounding == Grounding::Isolated) end.winding.grounding = Grounding::Grounded;
         }

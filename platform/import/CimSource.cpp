@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "platform/host/Text.h"
 #include "platform/import/Import.h"
 #include "platform/import/InputFile.h"
 
@@ -37,22 +38,22 @@ Archive openArchive(const CimDocument& document) {
     if (source) zip_source_free(source);
     const std::string why = zip_error_strerror(&error);
     zip_error_fini(&error);
-    throw ImportError(document.name, 0, "不是能打开的压缩文件：" + why);
+    throw ImportError(document.name, 0, Text::say("不是能打开的压缩文件：") + why);
 }
 
 std::string readMember(zip_t* archive, const zip_stat_t& stat, const std::string& name) {
     const std::unique_ptr<zip_file_t, MemberCloser> member(zip_fopen_index(archive, stat.index, 0));
-    if (!member) throw ImportError(name, 0, std::string("不能读取：") + zip_strerror(archive));
-    if (stat.size > largestMember) throw ImportError(name, 0, "文件过大");
+    if (!member) throw ImportError(name, 0, Text::say("不能读取：") + zip_strerror(archive));
+    if (stat.size > largestMember) throw ImportError(name, 0, Text::say("文件过大"));
     std::string bytes(stat.size, '\0');
     const zip_int64_t got = zip_fread(member.get(), bytes.data(), bytes.size());
-    if (got < 0 || static_cast<zip_uint64_t>(got) != stat.size) throw ImportError(name, 0, "压缩文件已损坏");
+    if (got < 0 || static_cast<zip_uint64_t>(got) != stat.size) throw ImportError(name, 0, Text::say("压缩文件已损坏"));
     return bytes;
 }
 
 void unpack(CimDocument document, int depth, std::vector<CimDocument>& documents) {
     if (!endsWith(document.name, ".zip")) return void(documents.push_back(std::move(document)));
-    if (depth > deepestArchive) throw ImportError(document.name, 0, "压缩文件嵌套过深");
+    if (depth > deepestArchive) throw ImportError(document.name, 0, Text::say("压缩文件嵌套过深"));
     const Archive archive = openArchive(document);
     const zip_int64_t count = zip_get_num_entries(archive.get(), 0);
     for (zip_int64_t i = 0; i < count; ++i) {
@@ -80,7 +81,7 @@ std::vector<std::filesystem::path> filesOf(const std::filesystem::path& input) {
 std::vector<CimDocument> readDocuments(const std::filesystem::path& input) {
     std::vector<CimDocument> documents;
     for (const auto& file : filesOf(input)) unpack({file.filename().string(), readInput(file)}, 1, documents);
-    if (documents.empty()) throw ImportError(input.filename().string(), 0, "没有 XML 文件");
+    if (documents.empty()) throw ImportError(input.filename().string(), 0, Text::say("没有 XML 文件"));
     return documents;
 }
 

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "platform/host/Text.h"
+
 namespace import {
 
 namespace {
@@ -78,12 +80,13 @@ CimStore::Loaded CimStore::load(CimDocument document) {
         throw ImportError(source.name, lineAt(source.bytes, offset), what);
     };
     const pugi::xml_parse_result result = loaded.xml->load_buffer(source.bytes.data(), source.bytes.size());
-    if (!result) fail(result.offset, std::string("XML 有错：") + result.description());
+    if (!result) fail(result.offset, Text::say("XML 有错：") + result.description());
     const pugi::xml_node root = loaded.xml->document_element();
     if (localName(root.name()) != "RDF" || !isKnownCim(root))
-        fail(root.offset_debug(), "不是 CIM16 或 CIM100 的网络模型");
+        fail(root.offset_debug(), Text::say("不是 CIM16 或 CIM100 的网络模型"));
     for (pugi::xml_node node : root.children()) {
-        if (localName(node.name()) == "DifferenceModel") fail(node.offset_debug(), "是差异模型，只能导入完整模型");
+        if (localName(node.name()) == "DifferenceModel")
+            fail(node.offset_debug(), Text::say("是差异模型，只能导入完整模型"));
         if (localName(node.name()) != "FullModel") continue;
         for (pugi::xml_node line : node.children())
             if (localName(line.name()) == "Model.profile") loaded.profiles += std::string(line.child_value()) + "\n";
@@ -109,7 +112,7 @@ CimObject& CimStore::objectFor(pugi::xml_node node, std::size_t document) {
     if (id.empty()) id = attributeByLocalName(node, "about");
     if (id.empty())
         throw ImportError(documents_[document].source.name,
-                          lineAt(documents_[document].source.bytes, node.offset_debug()), "对象没有标识");
+                          lineAt(documents_[document].source.bytes, node.offset_debug()), Text::say("对象没有标识"));
     id = bare(id);
     if (const auto known = byId_.find(id); known != byId_.end()) return *known->second;
     auto object = std::make_unique<CimObject>();
@@ -148,7 +151,7 @@ double CimStore::number(const CimObject& object, std::string_view attribute, dou
     double value = 0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
     if (result.ec != std::errc() || result.ptr != text.data() + text.size() || !std::isfinite(value))
-        fail(object, std::string(attribute) + " 的值“" + std::string(text) + "”不是数");
+        fail(object, std::string(attribute) + Text::say(" 的值“") + std::string(text) + Text::say("”不是数"));
     return value;
 }
 

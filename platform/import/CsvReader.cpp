@@ -1,6 +1,7 @@
 #include <cmath>
 #include <unordered_map>
 
+#include "platform/host/Text.h"
 #include "platform/import/CsvConvert.h"
 #include "platform/import/CsvRows.h"
 #include "platform/import/Import.h"
@@ -49,7 +50,7 @@ class FolderReader {
     void readPlaces() {
         each<StationRow>([this](const StationRow& row) { add(row); });
         if (!std::filesystem::exists(folder_ / FileOf<NodeRow>::name()))
-            fail(std::string(FileOf<NodeRow>::name()), 0, "文件不存在");
+            fail(std::string(FileOf<NodeRow>::name()), 0, Text::say("文件不存在"));
         each<NodeRow>([this](const NodeRow& row) { add(row); });
     }
 
@@ -66,7 +67,7 @@ class FolderReader {
         each<LoadFlowRow>([this](const LoadFlowRow& row) { add(row); });
         each<LoadFlowNodeRow>([this](const LoadFlowNodeRow& row) {
             requireNode(row.node, true);
-            if (row.v_pu <= 0) fail("电压必须大于 0");
+            if (row.v_pu <= 0) fail(Text::say("电压必须大于 0"));
             loadFlow(row.number).nodes.push_back({row.node, row.v_pu, row.angle_deg});
         });
         each<LoadFlowGeneratorRow>([this](const LoadFlowGeneratorRow& row) {
@@ -84,7 +85,7 @@ class FolderReader {
     void add(const NodeRow& row) {
         newName("node", row.name);
         requirePositive(row.base_kv, "base_kv");
-        if (row.node_type != 0 && row.node_type != 1) fail("node_type 必须是 0 或 1");
+        if (row.node_type != 0 && row.node_type != 1) fail(Text::say("node_type 必须是 0 或 1"));
         if (!row.bus.empty()) requireName(row.bus);
         if (!row.station.empty()) requireElement("station", row.station);
         host::Node node{row.name, row.base_kv, row.node_type, row.bus, row.physical_bus, row.station};
@@ -97,7 +98,7 @@ class FolderReader {
 
     void add(const LineRow& row) {
         newBranch("line", row.name, row.node_i, row.node_j);
-        if (row.length_km < 0) fail("length_km 不能小于 0");
+        if (row.length_km < 0) fail(Text::say("length_km 不能小于 0"));
         model_.lines.push_back(toModel(row, baseKv(row.node_i)));
     }
 
@@ -147,14 +148,14 @@ class FolderReader {
     void add(const SwitchRow& row) {
         newBranch("switch", row.name, row.node_i, row.node_j);
         requireOneOf(row.kind, {"breaker", "disconnector"});
-        if (baseKv(row.node_i) != baseKv(row.node_j)) fail("开关两端的基准电压不同");
+        if (baseKv(row.node_i) != baseKv(row.node_j)) fail(Text::say("开关两端的基准电压不同"));
         model_.switches.push_back({row.name, row.node_i, row.node_j, row.kind == "breaker", row.closed});
     }
 
     void add(const MutualRow& row) {
         requireElement("line", row.line_1), requireElement("line", row.line_2);
-        if (row.line_1 == row.line_2) fail("线路与自身不能有互感");
-        if (row.sense != 1 && row.sense != -1) fail("sense 必须是 1 或 -1");
+        if (row.line_1 == row.line_2) fail(Text::say("线路与自身不能有互感"));
+        if (row.sense != 1 && row.sense != -1) fail(Text::say("sense 必须是 1 或 -1"));
         const auto& first = model_.lines[static_cast<std::size_t>(lineIndex(row.line_1))];
         const host::Mutual mutual = toModel(row, baseKv(first.i));
         requireStretch(mutual.firstFrom, mutual.firstTo), requireStretch(mutual.secondFrom, mutual.secondTo);
@@ -172,18 +173,18 @@ class FolderReader {
     void add(const LoadFlowRow& row) {
         newName("loadflow", row.name);
         requireElement("scheme", row.scheme);
-        if (row.number < 1) fail("number 必须大于 0");
+        if (row.number < 1) fail(Text::say("number 必须大于 0"));
         for (const auto& other : model_.loadFlow)
-            if (other.number == row.number) fail("潮流作业编号重复");
+            if (other.number == row.number) fail(Text::say("潮流作业编号重复"));
         model_.loadFlow.push_back({row.number, row.name, row.scheme, {}, {}});
     }
 
     void add(const ModeRow& row) {
         host::OperatingMode& mode = modeOf(row);
         if (row.element.empty()) return;
-        if (row.m10 != 0 && row.m10 != 1) fail("m10 必须是 0 或 1");
+        if (row.m10 != 0 && row.m10 != 1) fail(Text::say("m10 必须是 0 或 1"));
         if (!row.cut) requireOneOf(row.unit, {"pu", "ohm"});
-        if (!row.cut && (std::isnan(row.r) || std::isnan(row.x))) fail("未切除的支路必须给出 r 和 x");
+        if (!row.cut && (std::isnan(row.r) || std::isnan(row.x))) fail(Text::say("未切除的支路必须给出 r 和 x"));
         requireModeBranch(row);
         mode.changes.push_back({row.m10, row.element, row.node_i, row.node_j, row.cut, row.unit == "ohm",
                                 row.cut ? 0 : row.r, row.cut ? 0 : row.x});
@@ -215,13 +216,13 @@ class FolderReader {
                 if (t.name == row.element && joins(t.star, w.node)) return;
         for (const auto& shunt : model_.shunts)
             if (shunt.name == row.element && joins(shunt.node, shunt.node)) return;
-        fail("没有支路“" + row.element + "”（" + row.node_i + "  " + row.node_j + "）");
+        fail(Text::say("没有支路“") + row.element + "”（" + row.node_i + "  " + row.node_j + "）");
     }
 
     host::LoadFlowCase& loadFlow(int number) {
         for (auto& lf : model_.loadFlow)
             if (lf.number == number) return lf;
-        fail("没有潮流作业 " + std::to_string(number));
+        fail(Text::say("没有潮流作业 ") + std::to_string(number));
     }
 
     [[noreturn]] void fail(const std::string& what) const { fail(file_, line_, what); }
@@ -234,37 +235,37 @@ class FolderReader {
     void newName(const std::string& kind, const std::string& name, int maxLength = maxNameLength) {
         requireName(name, maxLength);
         const auto [old, isNew] = elements_[kind].try_emplace(name, Seen{line_, elements_[kind].size()});
-        if (!isNew) fail("“" + name + "”与第 " + std::to_string(old->second.line) + " 行重名");
+        if (!isNew) fail("“" + name + Text::say("”与第 ") + std::to_string(old->second.line) + Text::say(" 行重名"));
     }
     void newBranch(const std::string& kind, const std::string& name, const std::string& i, const std::string& j) {
         newName(kind, name);
         requireNode(i), requireNode(j);
-        if (i == j) fail("“" + name + "”的两端是同一节点");
+        if (i == j) fail("“" + name + Text::say("”的两端是同一节点"));
     }
     void requireElement(const std::string& kind, const std::string& name) {
-        if (!elements_[kind].contains(name)) fail("没有定义“" + name + "”");
+        if (!elements_[kind].contains(name)) fail(Text::say("没有定义“") + name + "”");
     }
     int lineIndex(const std::string& name) { return static_cast<int>(elements_["line"].at(name).index); }
     void requireNode(const std::string& name, bool starAllowed = false) {
         if (!baseKv_.contains(name) && !(starAllowed && elements_["node"].contains(name)))
-            fail("没有节点“" + name + "”");
+            fail(Text::say("没有节点“") + name + "”");
     }
     double baseKv(const std::string& node) const { return baseKv_.at(node); }
     void requirePositive(double value, const std::string& column) const {
-        if (!(value > 0)) fail(column + " 必须大于 0");
+        if (!(value > 0)) fail(column + Text::say(" 必须大于 0"));
     }
     void requireOneOf(const std::string& text, std::initializer_list<std::string_view> choices) const {
         if (std::find(choices.begin(), choices.end(), text) != choices.end()) return;
         std::string list;
         for (std::string_view choice : choices) list += (list.empty() ? "" : "、") + std::string(choice);
-        fail("“" + text + "”不是 " + list + " 之一");
+        fail("“" + text + Text::say("”不是 ") + list + Text::say(" 之一"));
     }
     void requireGrounding(const std::string& text) const { requireOneOf(text, {"D", "Y", "YN"}); }
     void requireLosses(double uk, double pk, double mva) const {
-        if (!lossesFit(uk, pk, mva)) fail("短路损耗大于短路电压所允许的值");
+        if (!lossesFit(uk, pk, mva)) fail(Text::say("短路损耗大于短路电压所允许的值"));
     }
     void requireStretch(double from, double to) const {
-        if (!(from >= 0 && from < to && to <= 100)) fail("互感区段必须满足 0 <= from < to <= 100");
+        if (!(from >= 0 && from < to && to <= 100)) fail(Text::say("互感区段必须满足 0 <= from < to <= 100"));
     }
 
     struct Seen {
@@ -284,21 +285,21 @@ void refuseOtherFiles(const std::filesystem::path& folder) {
         const std::string name = entry.path().filename().string();
         if (entry.path().extension() != ".csv") continue;
         if (std::find(fileNames().begin(), fileNames().end(), name) == fileNames().end())
-            throw ImportError(name, 0, "不是网络数据的文件名");
+            throw ImportError(name, 0, Text::say("不是网络数据的文件名"));
     }
 }
 
 }  // namespace
 
 host::NetworkModel readCsv(const std::filesystem::path& folder, const Options& options, Report& report) {
-    if (!std::filesystem::is_directory(folder)) throw ImportError(folder.string(), 0, "不是目录");
+    if (!std::filesystem::is_directory(folder)) throw ImportError(folder.string(), 0, Text::say("不是目录"));
     refuseOtherFiles(folder);
-    options.tell(0, "读网络数据");
+    options.tell(0, Text::say("读网络数据"));
     host::NetworkModel model = FolderReader(folder).read();
-    options.tell(80, "检查");
+    options.tell(80, Text::say("检查"));
     completeSequenceData(model, options, report);
     check(model, options, report);
-    options.tell(100, "读入完成");
+    options.tell(100, Text::say("读入完成"));
     return model;
 }
 

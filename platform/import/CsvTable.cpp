@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/host/Text.h"
 #include "platform/import/Import.h"
 #include "platform/import/Names.h"
 
@@ -21,7 +22,7 @@ class Scanner {
         do {
             record.cells.push_back(peek() == '"' ? quotedCell() : plainCell());
         } while (take(','));
-        if (!endOfLine()) fail("引号之后有多余的字符");
+        if (!endOfLine()) fail(Text::say("引号之后有多余的字符"));
         return true;
     }
 
@@ -62,7 +63,7 @@ class Scanner {
             if (text_[at_] == '\n') ++line_;
             cell += text_[at_];
         }
-        throw ImportError(file_, begin, "引号没有结束");
+        throw ImportError(file_, begin, Text::say("引号没有结束"));
     }
     [[noreturn]] void fail(const std::string& what) const { throw ImportError(file_, line_, what); }
 
@@ -76,7 +77,7 @@ void requireUtf8(std::string_view text, const std::string& file) {
     const std::size_t bad = invalidUtf8(text);
     if (bad == std::string_view::npos) return;
     const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(bad), '\n');
-    throw ImportError(file, static_cast<int>(line), "不是 UTF-8 编码");
+    throw ImportError(file, static_cast<int>(line), Text::say("不是 UTF-8 编码"));
 }
 
 bool needsQuotes(const std::string& cell) { return cell.find_first_of(",\"\r\n") != std::string::npos; }
@@ -94,12 +95,12 @@ CsvTable parseCsv(std::string_view text, const std::string& file) {
     if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
     Scanner scanner(text, file);
     CsvTable table;
-    if (!scanner.next(table.header)) throw ImportError(file, 1, "没有表头");
+    if (!scanner.next(table.header)) throw ImportError(file, 1, Text::say("没有表头"));
     for (CsvRecord record; scanner.next(record); table.records.push_back(std::move(record))) {
         if (record.cells.size() == table.header.cells.size()) continue;
         throw ImportError(file, record.line,
-                          "有 " + std::to_string(record.cells.size()) + " 个字段，表头有 " +
-                              std::to_string(table.header.cells.size()) + " 个");
+                          Text::say("有 ") + std::to_string(record.cells.size()) + Text::say(" 个字段，表头有 ") +
+                              std::to_string(table.header.cells.size()) + Text::say(" 个"));
     }
     return table;
 }

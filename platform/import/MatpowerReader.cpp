@@ -1,6 +1,7 @@
 #include <cmath>
 #include <unordered_map>
 
+#include "platform/host/Text.h"
 #include "platform/import/Import.h"
 #include "platform/import/InputFile.h"
 #include "platform/import/MatpowerText.h"
@@ -50,16 +51,18 @@ class CaseReader {
   private:
     void addBus(std::size_t row) {
         const int number = whole(case_.bus, row, BusNumber);
-        if (buses_.contains(number)) fail(case_.bus, row, "节点号 " + std::to_string(number) + " 重复");
+        if (buses_.contains(number))
+            fail(case_.bus, row, Text::say("节点号 ") + std::to_string(number) + Text::say(" 重复"));
         const bool isolated = whole(case_.bus, row, BusType) == 4;
         isolated_ += isolated;
         buses_[number] = isolated ? dropped : static_cast<int>(model_.nodes.size());
         if (isolated) return;
         host::Node node;
         const bool hasName = row < case_.busNames.size();
-        node.name = nodes_.give(hasName ? case_.busNames[row] : numbered("BUS", number), "节点");
+        node.name =
+            nodes_.give(hasName ? case_.busNames[row] : numbered("BUS", number), QT_TRANSLATE_NOOP("Text", "节点"));
         node.bus = node.name, node.physicalBus = true;
-        node.station = stations_.give(node.name, "厂站");
+        node.station = stations_.give(node.name, QT_TRANSLATE_NOOP("Text", "厂站"));
         node.baseKv = real(case_.bus, row, BaseKv);
         if (node.baseKv <= 0) node.baseKv = defaultBaseKv, ++noBaseKv_;
         model_.stations.push_back({node.station});
@@ -85,7 +88,7 @@ class CaseReader {
         const int f = busOf(case_.branch, row, From), t = busOf(case_.branch, row, To);
         if (whole(case_.branch, row, Status) != 1) return void(++outOfService_);
         if (f == dropped || t == dropped) return void(++outOfService_);
-        if (f == t) fail(case_.branch, row, "支路两端是同一节点");
+        if (f == t) fail(case_.branch, row, Text::say("支路两端是同一节点"));
         const host::Node& i = model_.nodes[static_cast<std::size_t>(f)];
         const host::Node& j = model_.nodes[static_cast<std::size_t>(t)];
         if (real(case_.branch, row, Ratio) != 0 || i.baseKv != j.baseKv)
@@ -107,7 +110,8 @@ class CaseReader {
     void addLine(std::size_t row, const host::Node& i, const host::Node& j) {
         host::Line line;
         const Series z = series(row);
-        line.name = lines_.give(branchName("LN", row), "线路"), line.i = i.name, line.j = j.name;
+        line.name = lines_.give(branchName("LN", row), QT_TRANSLATE_NOOP("Text", "线路")), line.i = i.name,
+        line.j = j.name;
         line.r1 = z.r, line.x1 = z.x, line.b1 = real(case_.branch, row, B) * case_.baseMva / baseMva;
         line.r0 = line.x0 = NAN, line.b0 = line.b1;
         line.ratedA = line.maxLoadA = ratedAmpere(row, i.baseKv);
@@ -119,7 +123,7 @@ class CaseReader {
         host::Transformer2 t;
         const Series z = series(row);
         const double rating = real(case_.branch, row, RateA) > 0 ? real(case_.branch, row, RateA) : baseMva;
-        t.name = transformers_.give(branchName("TR", row), "变压器");
+        t.name = transformers_.give(branchName("TR", row), QT_TRANSLATE_NOOP("Text", "变压器"));
         t.i = {i.name, i.baseKv, rating, host::Grounding::Grounded};
         t.j = {j.name, j.baseKv, rating, host::Grounding::Grounded};
         t.r1 = z.r, t.x1 = z.x, t.r0 = t.x0 = NAN;
@@ -146,22 +150,23 @@ class CaseReader {
 
     void tell() {
         using enum Finding::Kind;
-        const auto add = [this](Finding::Kind kind, const char* subject, const char* text, int count) {
+        const auto add = [this](Finding::Kind kind, const std::string& subject, const std::string& text, int count) {
             if (count > 0) report_.add(kind, subject, text, count);
         };
         const int machines = static_cast<int>(model_.generators.size());
-        add(Defaulted, "发电机", "没有短路数据，取 X\" = 0.20、X0 = 0.10，容量 1.1 max(Pmax, 10) MVA，中性点接地",
-            machines);
-        add(Defaulted, "变压器", "没有接线方式，两侧按中性点直接接地", static_cast<int>(model_.transformers2.size()));
-        add(Defaulted, "节点", "基准电压为 0，取 110 kV", noBaseKv_);
+        add(Defaulted, Text::say("发电机"),
+            Text::say("没有短路数据，取 X\" = 0.20、X0 = 0.10，容量 1.1 max(Pmax, 10) MVA，中性点接地"), machines);
+        add(Defaulted, Text::say("变压器"), Text::say("没有接线方式，两侧按中性点直接接地"),
+            static_cast<int>(model_.transformers2.size()));
+        add(Defaulted, Text::say("节点"), Text::say("基准电压为 0，取 110 kV"), noBaseKv_);
         const int lines = static_cast<int>(model_.lines.size());
-        add(Defaulted, "线路", "最大负荷电流取额定电流", lines - noRating_);
-        add(Missing, "线路", "没有长度", lines);
-        add(Missing, "线路", "没有额定电流", noRating_);
-        add(Missing, "节点", "并联电导不导入", conductances_);
-        add(Changed, "支路", "阻抗小于 1e-6，改为 j1e-6", zero_);
-        add(Changed, "节点", "孤立节点不导入", isolated_);
-        add(Changed, "支路和发电机", "未投入，不导入", outOfService_);
+        add(Defaulted, Text::say("线路"), Text::say("最大负荷电流取额定电流"), lines - noRating_);
+        add(Missing, Text::say("线路"), Text::say("没有长度"), lines);
+        add(Missing, Text::say("线路"), Text::say("没有额定电流"), noRating_);
+        add(Missing, Text::say("节点"), Text::say("并联电导不导入"), conductances_);
+        add(Changed, Text::say("支路"), Text::say("阻抗小于 1e-6，改为 j1e-6"), zero_);
+        add(Changed, Text::say("节点"), Text::say("孤立节点不导入"), isolated_);
+        add(Changed, Text::say("支路和发电机"), Text::say("未投入，不导入"), outOfService_);
     }
 
     /// A name by the two bus numbers; the second and further circuits of a pair carry their number.
@@ -178,18 +183,19 @@ class CaseReader {
 
     double real(const CaseMatrix& m, std::size_t row, int column) const {
         const double value = m.at(row, static_cast<std::size_t>(column));
-        if (!std::isfinite(value)) fail(m, row, "第 " + std::to_string(column + 1) + " 列不是有限的数");
+        if (!std::isfinite(value))
+            fail(m, row, Text::say("第 ") + std::to_string(column + 1) + Text::say(" 列不是有限的数"));
         return value;
     }
     int whole(const CaseMatrix& m, std::size_t row, int column) const {
         const double value = real(m, row, column);
         if (value != std::floor(value) || std::abs(value) > 1e9)
-            fail(m, row, "第 " + std::to_string(column + 1) + " 列不是整数");
+            fail(m, row, Text::say("第 ") + std::to_string(column + 1) + Text::say(" 列不是整数"));
         return static_cast<int>(value);
     }
     int busOf(const CaseMatrix& m, std::size_t row, int column) const {
         const auto found = buses_.find(whole(m, row, column));
-        if (found == buses_.end()) fail(m, row, "没有节点 " + std::to_string(whole(m, row, column)));
+        if (found == buses_.end()) fail(m, row, Text::say("没有节点 ") + std::to_string(whole(m, row, column)));
         return found->second;
     }
     [[noreturn]] void fail(const CaseMatrix& m, std::size_t row, const std::string& what) const {
@@ -212,13 +218,13 @@ class CaseReader {
 
 host::NetworkModel readMatpower(const std::filesystem::path& file, const Options& options, Report& report) {
     const std::string name = file.filename().string();
-    options.tell(0, "读算例");
+    options.tell(0, Text::say("读算例"));
     host::NetworkModel model = CaseReader(parseCase(readInput(file), name), name, options, report).read();
     model.name = file.stem().string();
-    options.tell(80, "检查");
+    options.tell(80, Text::say("检查"));
     completeSequenceData(model, options, report);
     check(model, options, report);
-    options.tell(100, "读入完成");
+    options.tell(100, Text::say("读入完成"));
     return model;
 }
 

@@ -2,6 +2,7 @@
 
 #include <charconv>
 
+#include "platform/host/Text.h"
 #include "platform/import/Import.h"
 
 namespace import {
@@ -21,7 +22,7 @@ class CaseParser {
             statement(result);
             skipLine();
         }
-        if (result.baseMva <= 0) fail(0, "没有 mpc.baseMVA，不是 MATPOWER 第 2 版算例");
+        if (result.baseMva <= 0) fail(0, Text::say("没有 mpc.baseMVA，不是 MATPOWER 第 2 版算例"));
         need(result.bus, "mpc.bus", 13);
         need(result.gen, "mpc.gen", 10);
         need(result.branch, "mpc.branch", 11);
@@ -59,7 +60,7 @@ class CaseParser {
 
     double scalar() {
         skipBlanks();
-        if (!take("=")) fail(line_, "mpc.baseMVA 后面没有“=”");
+        if (!take("=")) fail(line_, Text::say("mpc.baseMVA 后面没有“=”"));
         skipBlanks();
         return number();
     }
@@ -70,7 +71,7 @@ class CaseParser {
         const auto result = std::from_chars(begin, text_.data() + text_.size(), value);
         const auto end = static_cast<std::size_t>(result.ptr - text_.data());
         if (result.ec != std::errc() || (end < text_.size() && isNumberPart(text_[end])))
-            fail(line_, "不是数：" + word());
+            fail(line_, Text::say("不是数：") + word());
         at_ = end;
         return value;
     }
@@ -87,7 +88,8 @@ class CaseParser {
         for (;;) {
             skipBlanks();
             const char c = peek();
-            if (at_ >= text_.size()) fail(line_, name + " 从第 " + std::to_string(opened) + " 行开始，没有结束");
+            if (at_ >= text_.size())
+                fail(line_, name + Text::say(" 从第 ") + std::to_string(opened) + Text::say(" 行开始，没有结束"));
             if (c == '%') {
                 while (at_ < text_.size() && text_[at_] != '\n') ++at_;
             } else if (c == ';' || c == '\n' || c == ']') {
@@ -107,8 +109,8 @@ class CaseParser {
         if (width == 0) return;
         if (m.columns == 0) m.columns = width;
         if (width != m.columns)
-            fail(line_,
-                 name + " 这一行有 " + std::to_string(width) + " 列，前面的有 " + std::to_string(m.columns) + " 列");
+            fail(line_, name + Text::say(" 这一行有 ") + std::to_string(width) + Text::say(" 列，前面的有 ") +
+                            std::to_string(m.columns) + Text::say(" 列"));
         m.lines.push_back(line_);
     }
 
@@ -121,7 +123,7 @@ class CaseParser {
                 list.push_back(quoted());
             line_ += text_[at_] == '\n';
         }
-        if (at_ >= text_.size()) fail(line_, "mpc.bus_name 没有结束");
+        if (at_ >= text_.size()) fail(line_, Text::say("mpc.bus_name 没有结束"));
     }
 
     /// Leaves the position on the closing quote.
@@ -132,14 +134,15 @@ class CaseParser {
             if (text_[at_] == '\'') ++at_;
             text += text_[at_];
         }
-        fail(line_, "引号没有结束");
+        fail(line_, Text::say("引号没有结束"));
     }
 
     void need(const CaseMatrix& m, const std::string& name, std::size_t columns) const {
-        if (m.rows() == 0 && columns != 10) fail(0, "没有 " + name + "，不是 MATPOWER 第 2 版算例");
+        if (m.rows() == 0 && columns != 10)
+            fail(0, Text::say("没有 ") + name + Text::say("，不是 MATPOWER 第 2 版算例"));
         if (m.rows() > 0 && m.columns < columns)
-            fail(m.lines.front(),
-                 name + " 只有 " + std::to_string(m.columns) + " 列，应有 " + std::to_string(columns) + " 列");
+            fail(m.lines.front(), name + Text::say(" 只有 ") + std::to_string(m.columns) + Text::say(" 列，应有 ") +
+                                      std::to_string(columns) + Text::say(" 列"));
     }
 
     char peek() const { return at_ < text_.size() ? text_[at_] : '\0'; }

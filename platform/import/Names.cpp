@@ -3,6 +3,7 @@
 #include <QString>
 #include <algorithm>
 
+#include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 
 namespace import {
@@ -85,25 +86,26 @@ int characters(std::string_view text) {
 }
 
 std::string whyNoName(std::string_view name, int maxLength) {
-    if (name.empty()) return "名称为空";
-    if (name.back() == ' ') return "名称末尾有空格";
-    if (characters(name) > maxLength) return "名称超过 " + std::to_string(maxLength) + " 个字符";
+    if (name.empty()) return Text::say("名称为空");
+    if (name.back() == ' ') return Text::say("名称末尾有空格");
+    if (characters(name) > maxLength) return Text::say("名称超过 ") + std::to_string(maxLength) + Text::say(" 个字符");
     for (std::size_t at = 0; at < name.size();) {
         const std::string_view sequence = name.substr(at, std::max<std::size_t>(1, sequenceLength(name.substr(at))));
-        if (isControl(sequence)) return "名称中有控制字符";
-        if (!inGbk(sequence)) return "名称中有 GBK 以外的字符“" + std::string(sequence) + "”";
+        if (isControl(sequence)) return Text::say("名称中有控制字符");
+        if (!inGbk(sequence)) return Text::say("名称中有 GBK 以外的字符“") + std::string(sequence) + "”";
         at += sequence.size();
     }
     return {};
 }
 
-std::string NameGiver::give(const std::string& name, const std::string& kind, int maxLength) {
+std::string NameGiver::give(const std::string& name, const char* kind, int maxLength) {
     const std::string given = unique(storable(name), maxLength);
     taken_.insert(given);
     if (given == name) return given;
-    const std::string change = "名称“" + name + "”改为“" + given + "”";
-    if (!options_.shortenNames) throw ImportError("", 0, kind + "：" + change + "才能存入，未允许修改名称");
-    report_.add(Finding::Kind::Changed, kind, change);
+    const std::string change = Text::say("名称“") + name + Text::say("”改为“") + given + "”";
+    if (!options_.shortenNames)
+        throw ImportError("", 0, Text::say(kind) + "：" + change + Text::say("才能存入，未允许修改名称"));
+    report_.add(Finding::Kind::Changed, Text::say(kind), change);
     return given;
 }
 

@@ -29,7 +29,7 @@ class NameGiver {
     NameGiver(const Options& options, Report& report) : options_(options), report_(report) {}
     /// \param kind  kind of element for the report, e.g. "线路"
     /// \throws ImportError when the name must be changed and Options::shortenNames is off
-    std::string give(const std::string& name, const std::string& kind, int maxLength = maxNameLength);
+    std::string give(const std::string& name, const char* kind, int maxLength = maxNameLength);
 
   private:
     std::string unique(const std::string& name, int maxLength);

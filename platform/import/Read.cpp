@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "platform/host/Text.h"
 #include "platform/import/Import.h"
 #include "platform/import/InputFile.h"
 
@@ -20,14 +21,14 @@ InputKind kindOfFile(const std::filesystem::path& file) {
     const std::size_t first = text.find_first_not_of(" \t\r\n", begin);
     if (text.starts_with("PK") || (first != std::string::npos && text[first] == '<')) return InputKind::Cgmes;
     if (text.find("mpc.") != std::string::npos || file.extension() == ".m") return InputKind::Matpower;
-    throw ImportError(file.filename().string(), 0, "不是 CSV 目录、CGMES 模型或 MATPOWER 算例");
+    throw ImportError(file.filename().string(), 0, Text::say("不是 CSV 目录、CGMES 模型或 MATPOWER 算例"));
 }
 
 }  // namespace
 
 InputKind kindOf(const std::filesystem::path& input) {
     try {
-        if (!std::filesystem::exists(input)) throw ImportError(input.string(), 0, "文件不存在");
+        if (!std::filesystem::exists(input)) throw ImportError(input.string(), 0, Text::say("文件不存在"));
         if (!std::filesystem::is_directory(input)) return kindOfFile(input);
         return holds(input, ".csv") ? InputKind::Csv : InputKind::Cgmes;
     } catch (const std::filesystem::filesystem_error& error) {

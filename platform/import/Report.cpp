@@ -1,5 +1,7 @@
 #include "platform/import/Import.h"
 
+#include "platform/host/Text.h"
+
 namespace import {
 
 namespace {
@@ -15,7 +17,8 @@ ImportError::ImportError(const std::string& file, int line, const std::string& w
     : std::runtime_error(placed(file, line, what)) {}
 
 std::string kindText(Finding::Kind kind) {
-    static const std::string texts[] = {"读入", "取缺省值", "缺少", "可疑", "改动"};
+    static const std::string texts[] = {Text::say("读入"), Text::say("取缺省值"), Text::say("缺少"), Text::say("可疑"),
+                                        Text::say("改动")};
     return texts[int(kind)];
 }
 

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "platform/host/Text.h"
+
 namespace import {
 
 namespace {
@@ -27,8 +29,8 @@ bool completeMachine(host::Generator& g) {
 void tell(const Options& options, Report& report, const std::string& kind, int count, const std::string& rule) {
     if (count == 0) return;
     if (!options.defaultSequenceData)
-        throw ImportError("", 0, kind + "：" + std::to_string(count) + " 个没有零序数据，未允许使用缺省值");
-    report.add(Finding::Kind::Defaulted, kind, "没有零序数据，取 " + rule, count);
+        throw ImportError("", 0, kind + "：" + std::to_string(count) + Text::say(" 个没有零序数据，未允许使用缺省值"));
+    report.add(Finding::Kind::Defaulted, kind, Text::say("没有零序数据，取 ") + rule, count);
 }
 
 }  // namespace
@@ -40,10 +42,10 @@ void completeSequenceData(host::NetworkModel& model, const Options& options, Rep
     for (auto& t : model.transformers3) transformers += completeWindings(t);
     for (auto& g : model.generators) machines += completeMachine(g);
     for (auto& s : model.shunts) shunts += complete(s.r0, s.x0, 0, s.x1) && s.grounded;
-    tell(options, report, "线路", lines, "R0 + jX0 = 3 (R1 + jX1)");
-    tell(options, report, "变压器", transformers, "Z0 = Z1");
-    tell(options, report, "发电机", machines, "R0 + jX0 = R1 + jX1 / 2");
-    tell(options, report, "并联电抗器", shunts, "X0 = X1");
+    tell(options, report, Text::say("线路"), lines, "R0 + jX0 = 3 (R1 + jX1)");
+    tell(options, report, Text::say("变压器"), transformers, "Z0 = Z1");
+    tell(options, report, Text::say("发电机"), machines, "R0 + jX0 = R1 + jX1 / 2");
+    tell(options, report, Text::say("并联电抗器"), shunts, "X0 = X1");
 }
 
 }  // namespace import

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/host/Text.h"
+
 namespace import {
 
 namespace {
@@ -17,7 +19,7 @@ void Tally::note(Finding::Kind kind, const std::string& subject, const std::stri
 
 void Tally::tell(Report& report) const {
     for (const Sort& s : sorts_)
-        report.add(s.kind, s.subject, s.text + "：" + s.names + (s.count > namesTold ? " 等" : ""), s.count);
+        report.add(s.kind, s.subject, s.text + "：" + s.names + (s.count > namesTold ? Text::say(" 等") : ""), s.count);
 }
 
 }  // namespace import
