@@ -12,6 +12,7 @@
 #include "bench/kernels/BareLoops.h"
 #include "engines/faults/BusStudy.h"
 #include "engines/faults/LocalStudy.h"
+#include "engines/network/Memory.h"
 #include "engines/network/SelectedInverse.h"
 #include "engines/network/SequenceNetwork.h"
 #include "tests/engines/num_matpower.h"
@@ -381,4 +382,8 @@ BENCHMARK(Klu)->Apply(allCases);
 
 }  // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+    engines::keepFreedMemory();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}

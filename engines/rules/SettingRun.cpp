@@ -169,19 +169,22 @@ void writeResults(const std::filesystem::path& directory, const RunResults& resu
     exchange::replace(directory / exchange::file::kVariableResults, text(results.variables));
 }
 
-void runSettings(const std::filesystem::path& directory, std::ostream& err) {
+void runSettings(const std::filesystem::path& directory, std::ostream& err, const std::function<void()>& written) {
     RunResults results;
+    std::optional<Study> study;
+    std::optional<ModeStudies> calculation;
     try {
-        const Study study = readStudy(directory);
-        ModeStudies calculation(study.network, study.modes);
-        const bool large = study.network.buses.size() >= kWorthThreads;
-        results = evaluateRules(study, calculation, large ? 0 : 1);
+        study.emplace(readStudy(directory));
+        calculation.emplace(study->network, study->modes);
+        const bool large = study->network.buses.size() >= kWorthThreads;
+        results = evaluateRules(*study, *calculation, large ? 0 : 1);
     } catch (...) {
         writeResults(directory, {});
         throw;
     }
     writeResults(directory, results);
     for (const std::string& note : results.notes) err << note << '\n';
+    written();
 }
 
 }  // namespace engines

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <iosfwd>
 #include <vector>
 
@@ -30,7 +31,10 @@ void writeResults(const std::filesystem::path& directory, const RunResults& resu
 
 /// A whole run: reads the input files of a directory, evaluates, writes. Notes go to `err`, one line each. When the
 /// input is at fault the result files are left empty, so that nobody takes an earlier run's for this one's.
+/// \param written  called when everything is written and before the memory is given back, which takes a while: a
+/// program may end there
 /// \throws exchange::FormatError
-void runSettings(const std::filesystem::path& directory, std::ostream& err);
+void runSettings(
+    const std::filesystem::path& directory, std::ostream& err, const std::function<void()>& written = [] {});
 
 }  // namespace engines
