@@ -9,8 +9,8 @@
 #include <QPainter>
 #include <QPalette>
 #include <QPixmap>
-#include <QStyle>
-#include <QStyleFactory>
+#include <QProxyStyle>
+#include <QStyleOption>
 #include <QSvgRenderer>
 #include <QTranslator>
 
@@ -45,6 +45,26 @@ class DrawingEngine : public QIconEngine {
   private:
     QString name_;
     QByteArray drawing_;
+};
+
+/// The frame of an unticked box is drawn in a darker shade of the window, which a dark window hides: there it takes a
+/// shade of the text.
+class Style : public QProxyStyle {
+  public:
+    Style() : QProxyStyle("Fusion") {}
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        const bool box = element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton;
+        const QPalette& palette = option->palette;
+        if (!box || palette.window().color().lightness() > 128)
+            return QProxyStyle::drawPrimitive(element, option, painter, widget);
+        QStyleOptionButton seen;
+        static_cast<QStyleOption&>(seen) = *option;
+        const auto group = option->state & State_Enabled ? QPalette::Active : QPalette::Disabled;
+        seen.palette.setColor(QPalette::Window, palette.color(group, QPalette::WindowText));
+        QProxyStyle::drawPrimitive(element, &seen, painter, widget);
+    }
 };
 
 struct Shades {
@@ -100,8 +120,7 @@ QIcon icon(const QString& name) { return QIcon(new DrawingEngine(name)); }
 
 void applyTheme(QApplication& application, Theme theme) {
     static const QPalette system = QApplication::palette();
-    if (application.style()->name().compare("fusion", Qt::CaseInsensitive) != 0)
-        QApplication::setStyle(QStyleFactory::create("Fusion"));
+    if (!dynamic_cast<Style*>(application.style())) QApplication::setStyle(new Style);
     const bool dark = theme == Theme::Dark || (theme == Theme::System && system.window().color().lightness() < 128);
     QApplication::setPalette(dark ? darkPalette() : lightPalette());
 }

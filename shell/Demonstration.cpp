@@ -4,6 +4,7 @@
 
 #include "platform/sql/Sql.h"
 #include "programs/model/RelayStore.h"
+#include "programs/netview/DisplayConfiguration.h"
 #include "programs/netview/VirtualRelays.h"
 #include "programs/study/ModeStore.h"
 #include "programs/workflow/CaseStore.h"
@@ -47,6 +48,15 @@ bool makeCase(CaseStore& cases, int type) {
            cases.SaveRecord(1, form) && cases.setSensitivityModes(form.smallSys);
 }
 
+/// As in the display configuration: relay types on the labels, one after the other in the order of kTypes.
+bool showRelays() {
+    QVector<DisplayConfiguration::Row> types = DisplayConfiguration::types();
+    for (const int type : kTypes)
+        for (qsizetype row = 0; row < types.size(); ++row)
+            if (types[row].key.toInt() == type) DisplayConfiguration::toggle(types, row);
+    return DisplayConfiguration::store(kTypes[0], DisplayConfiguration::settings(kTypes[0]), types, {1, true, true});
+}
+
 }  // namespace
 
 bool makeDemonstration() {
@@ -54,7 +64,7 @@ bool makeDemonstration() {
     if (!installRelays() || !cases.UpdateCaseChain(1)) return false;
     for (const int type : kTypes)
         if (!makeCase(cases, type)) return false;
-    return true;
+    return showRelays();
 }
 
 }  // namespace shell

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QMenuBar>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
@@ -159,8 +160,8 @@ void MainWindow::languageChange() {
 }
 
 void MainWindow::restoreWindow() {
-    resize(fontMetrics().averageCharWidth() * 160, fontMetrics().height() * 48);
-    resizeDocks({messages_}, {fontMetrics().height() * 10}, Qt::Vertical);
+    resize(screen()->availableSize() * 0.8);
+    resizeDocks({messages_}, {fontMetrics().height() * 8}, Qt::Vertical);
     restoreGeometry(settings_.windowPart("geometry"));
     restoreState(settings_.windowPart("state"));
 }

@@ -61,6 +61,7 @@ void ProjectSession::startModule() {
     module_->SetDynMenuActions(seat_.actions);
     QSqlDatabase database = QSqlDatabase::database(tables::relayConnection, false);
     module_->InitCalcModule(&database, project_->directory, QCoreApplication::applicationDirPath(), nullptr);
+    module_->RedrawLabels();  // settings may have been saved since the last time
     module_->InitDynMenuStatus();
 }
 

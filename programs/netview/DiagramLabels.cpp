@@ -231,7 +231,7 @@ bool refreshLabels(dbDatabase& realTime, const LabelOptions& options) {
         addRelayTypes(labels, *display, filter);
     }
     if (display->kind == RelaySettings) addSettings(labels, *display, filter, options.relayTypes);
-    labels.store(realTime);
+    labels.store(realTime, options.anew);
     if (display->kind < NoLabels || display->kind > RelaySettings) return false;
     realTime.commit();
     return true;

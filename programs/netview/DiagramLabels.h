@@ -6,6 +6,7 @@ class dbDatabase;
 struct LabelOptions {
     bool relayTypes = false;     ///< settings stand below the name of their relay type
     bool inNetworkOnly = false;  ///< branches and elements outside the branch table get no label
+    bool anew = false;           ///< labels that are there get the text of now; otherwise they keep theirs
 };
 
 /// Turns the relays of the project into labels of the diagram, as the display table asks: none, the relay types of each

@@ -79,7 +79,7 @@ void LabelSet::place(addition_graph label, const Location& at, const QString& te
     labels_.push_back(label);
 }
 
-bool LabelSet::store(dbDatabase& realTime) const {
+bool LabelSet::store(dbDatabase& realTime, bool anew) const {
     dbCursor<addition_graph> cursor(realTime, dbCursorForUpdate);
     std::vector<bool> stands(labels_.size(), false);
     int highest = 1;
@@ -92,8 +92,10 @@ bool LabelSet::store(dbDatabase& realTime) const {
         const bool draw = wanted != byPlace_.cend() && !stands[*wanted];
         if (draw) stands[*wanted] = true;
         const int flags = draw ? record.flags | live : record.flags & ~live;
-        if (flags == record.flags) continue;
+        const QString text = draw && anew ? labels_[*wanted].text : record.text;
+        if (flags == record.flags && text == record.text) continue;
         record.flags = flags;
+        record.text = text;
         stored = cursor.update() && stored;
     }
     for (std::size_t k = 0; k < labels_.size(); ++k) {

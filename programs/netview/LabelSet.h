@@ -19,9 +19,9 @@ class LabelSet {
     void add(const Location& at, int rType, const QString& text);
     void addVirtual(const Location& at, const QString& text);
 
-    /// Makes exactly these labels live in `addition_graph`, without committing. A record that is there keeps its text;
-    /// those that are not wanted stay in the table without the live bit.
-    bool store(dbDatabase& realTime) const;
+    /// Makes exactly these labels live in `addition_graph`, without committing. A record that is there keeps its text,
+    /// unless the texts are to be written anew; those that are not wanted stay in the table without the live bit.
+    bool store(dbDatabase& realTime, bool anew) const;
 
   private:
     void place(norvdb::addition_graph label, const Location& at, const QString& text);

@@ -155,7 +155,7 @@ bool CMorvaneObject::ProcessDynMenuInterface(const QString& name, bool& handled)
     return row && row->run(*this, handled);
 }
 
-bool CMorvaneObject::redrawAfter(QDialog&& dialog) { return dialog.exec() != QDialog::Accepted || RefreshSLG(); }
+bool CMorvaneObject::redrawAfter(QDialog&& dialog) { return dialog.exec() != QDialog::Accepted || RedrawLabels(); }
 
 bool CMorvaneObject::run(QDialog&& dialog, bool& handled) {
     dialog.exec();
@@ -185,7 +185,7 @@ void CMorvaneObject::SubStation(int mode) {
 
 void CMorvaneObject::RlyPopupMenuSetDsp() {
     WinDlgSetDsp().exec();
-    RefreshSLG();
+    RedrawLabels();
 }
 
 int CMorvaneObject::GetCase_No() const { return currentCase_; }
@@ -214,8 +214,12 @@ void CMorvaneObject::InitComboBox_Case() {
 
 void CMorvaneObject::RefreshNetWork(int mlf) { sendToHost(mlf != 0 ? 0x1A : 0x2A); }
 
-bool CMorvaneObject::RefreshSLG() {
-    const LabelOptions options{iRlyDspLoc != 0, source_.Scheme != " " && source_.Case_lf != -1};
+bool CMorvaneObject::RefreshSLG() { return writeLabels(false); }
+
+bool CMorvaneObject::RedrawLabels() { return writeLabels(true); }
+
+bool CMorvaneObject::writeLabels(bool anew) {
+    const LabelOptions options{iRlyDspLoc != 0, source_.Scheme != " " && source_.Case_lf != -1, anew};
     if (!fdb_ || !fdb_->isOpen() || refreshLabels(*fdb_, options)) sendToHost(4);
     return true;
 }

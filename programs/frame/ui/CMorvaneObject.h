@@ -53,6 +53,8 @@ class MORVANE_EXPORT CMorvaneObject : public CCalcObject {
     void RefreshNetWork(int mlf);
     /// Turns the relays of the project into labels of the diagram. \return true
     bool RefreshSLG();
+    /// RefreshSLG() with the texts of now also for labels that were there: after what they tell has changed.
+    bool RedrawLabels();
     /// Selects a case; another network source is brought into the real-time database.
     void Refreshfdb(const QString& caseName);
     /// Name of a location on tool tips and in lists.
@@ -84,6 +86,7 @@ class MORVANE_EXPORT CMorvaneObject : public CCalcObject {
     static const MenuRow* rowOf(const QString& name);
     static std::optional<SelectedCase> caseOf(const QString& name);
     bool redrawAfter(QDialog&& dialog);
+    bool writeLabels(bool anew);
     bool run(QDialog&& dialog, bool& handled);
     bool canReadRealTimeName() const;
     bool bringIn(const Source& source);

@@ -34,7 +34,7 @@ bool CMorvaneHandleGraph::OnElementOpen(const CHandleGraphInfo& info) {
     else if (parent_->realTime())
         place = placeOfLabel(*parent_->realTime(), info.recid);
     if (!place || place->rType < 0 || !relayDialog_) return false;
-    if (relayDialog_(*place)) parent_->RefreshSLG();
+    if (relayDialog_(*place)) parent_->RedrawLabels();
     return true;
 }
 

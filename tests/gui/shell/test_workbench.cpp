@@ -3,6 +3,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
 #include <QLabel>
@@ -10,8 +11,12 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSqlDatabase>
 
+#include "platform/host/BaseTables.h"
+#include "platform/host/diagram/Drawing.h"
+#include "platform/host/diagram/Labels.h"
 #include "platform/host/ui/HostEvents.h"
 #include "platform/server/Server.h"
 #include "platform/sql/Sql.h"
@@ -21,9 +26,36 @@
 #include "shell/ServerFile.h"
 #include "tests/gui/shell/Workbench.h"
 
+using testing::Contains;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 namespace {
+
+/// "line end: first line of the text" of the labels on the diagram, sorted; an end is told by the nearer one.
+std::vector<std::string> labelsOf(const DiagramView& diagram) {
+    const auto network = host::loadNetwork();
+    std::vector<std::string> found;
+    for (const diagram::Label& label : diagram.labels()) {
+        const diagram::Figure& figure = diagram.drawing().figures[size_t(label.figure)];
+        const bool atJ = QLineF(label.anchor, figure.legs.front().path.first()).length() >
+                         QLineF(label.anchor, figure.legs.back().path.last()).length();
+        const std::string element = figure.kind == diagram::Kind::Line ? network->lines[size_t(figure.index)].name : "";
+        found.push_back(element + (atJ ? " 2: " : " 1: ") + label.text.section('\n', 0, 0).trimmed().toStdString());
+    }
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+/// The same for the line ends with relays, by the project's tables.
+std::vector<std::string> lineEndsWithRelays() {
+    std::vector<std::string> found;
+    sql::Query query;
+    query.exec("SELECT DISTINCT ID_Name,Side FROM RLY_RUD WHERE RType=6 AND RTypeNo=1");
+    while (query.next()) found.push_back((query.text(0) + " " + query.text(1) + ": 线路相间距离保护").toStdString());
+    std::sort(found.begin(), found.end());
+    return found;
+}
 
 /// Counts the events that the module sends to the main window.
 class EventCount : public QObject {
@@ -80,6 +112,44 @@ TEST_F(Workbench, ShowsTheDemonstrationAndSelectsItsCases) {
     window->closeProject();
     EXPECT_FALSE(QSqlDatabase::contains());
     EXPECT_FALSE((*window->menus().module())["RlyDspSetAction"]->isVisible());
+}
+
+TEST_F(Workbench, LabelsTheLineEndsOfTheDemonstrationAsTheDisplayConfigurationAsks) {
+    openDemonstration();
+    const auto ends = lineEndsWithRelays();
+    EXPECT_EQ(ends.size(), 29U);
+    EXPECT_EQ(labelsOf(window->diagram()), ends) << "a newcomer sees them at once";
+    const auto show = [this](const char* kind) {
+        QAction* action = (*window->menus().module())["RlyDspSetAction"];
+        EXPECT_EQ(withModals([&] { action->trigger(); },
+                             [&](QWidget& dialog) {
+                                 dialog.findChild<QRadioButton*>(kind)->click();
+                                 dialog.findChild<QCheckBox*>("checkBox_DspLoc")->setChecked(false);
+                                 click(dialog, "pushButton_Ensure");
+                             }),
+                  1);
+        return labelsOf(window->diagram());
+    };
+    auto* cases = part<QComboBox>("comboBox_Case");
+    cases->setCurrentIndex(0);
+    emit cases->activated(0);
+    EXPECT_EQ(show("radioButton_RlySet"), ends);
+
+    const auto set = [](double value) {
+        return sql::Query().exec(
+            "UPDATE RLY_RDZ z JOIN RLY_RUD a ON a.RNo=z.RNo SET z.NRDz12=?"
+            " WHERE z.CDz='Zdz' AND a.ID_Name='青龙' AND a.Side=2 AND a.RTypeNo=1",
+            {value});
+    };
+    ASSERT_TRUE(set(3.5));
+    EXPECT_THAT(show("radioButton_RlyDz"), Contains(StartsWith("青龙 2: 3.5 ohm")));
+    ASSERT_TRUE(set(4.25));
+    openDemonstration();
+    EXPECT_THAT(labelsOf(window->diagram()), Contains(StartsWith("青龙 2: 4.25 ohm")))
+        << "saved while the project was closed";
+    EXPECT_TRUE(show("radioButton_NoDsp").empty());
+    EXPECT_EQ(show("radioButton_RlySet"), ends);
+    EXPECT_TRUE(set(0));
 }
 
 TEST_F(Workbench, OffersOfTheModuleWhatItHasAndSaysWhyTheRestIsOff) {
