@@ -1,45 +1,51 @@
 #include "engines/network/Islands.h"
 
 #include <algorithm>
-#include <numeric>
 #include <span>
+
+#include "engines/network/DisjointSets.h"
 
 namespace engines {
 namespace {
 
 std::size_t at(int i) { return static_cast<std::size_t>(i); }
 
-int root(std::vector<int>& parent, int i) {
-    while (parent[at(i)] != i) i = parent[at(i)] = parent[at(parent[at(i)])];
-    return i;
-}
+/// Whether current flows from bus to bus.
+bool joins(const Link& link) { return link.conducts && link.from >= 0 && link.to >= 0; }
 
-// The smaller number becomes the root, so that an island is named after its first bus.
-void join(std::vector<int>& parent, int a, int b) {
-    a = root(parent, a);
-    b = root(parent, b);
-    parent[at(std::max(a, b))] = std::min(a, b);
+/// Whether each part of the whole graph still holds together by the branches that joined it first.
+bool allJoin(const SequenceElements& elements, const std::vector<int>& removed) {
+    const auto& links = elements.links();
+    const auto& forest = elements.ordering()->forest;
+    // A pair of coupled branches joins nothing.
+    if (!forest.empty() && at(forest.back()) >= links.size()) return false;
+    const auto in = [&](int k) { return std::binary_search(forest.begin(), forest.end(), k); };
+    return std::ranges::all_of(forest, [&](int k) { return joins(links[at(k)]); }) && std::ranges::none_of(removed, in);
 }
 
 }  // namespace
 
 Islands::Islands(const SequenceElements& elements, const std::vector<int>& removed)
-    : label_(at(elements.buses())), live_(label_.size(), 0) {
-    std::iota(label_.begin(), label_.end(), 0);
+    : ordering_(elements.ordering()), live_(at(elements.buses()), 0) {
+    if (!allJoin(elements, removed)) join(elements, removed);
     const auto& links = elements.links();
     const auto taken = [&](int k) { return std::binary_search(removed.begin(), removed.end(), k); };
-    for (int k = 0; k < static_cast<int>(links.size()); ++k) {
-        const Link& link = links[at(k)];
-        if (link.conducts && link.from >= 0 && link.to >= 0 && !taken(k)) join(label_, link.from, link.to);
-    }
-    for (int i = 0; i < elements.buses(); ++i) label_[at(i)] = root(label_, i);
     for (const NodeShunt& s : elements.shunts()) live_[at(of(s.bus))] = 1;
-    for (int k = 0; k < static_cast<int>(links.size()); ++k) {
-        const Link& link = links[at(k)];
-        if (link.conducts && (link.from < 0) != (link.to < 0) && !taken(k))
+    for (const Link& link : links) {
+        if (link.conducts && (link.from < 0) != (link.to < 0) && !taken(link.branch))
             live_[at(of(std::max(link.from, link.to)))] = 1;
     }
-    for (std::size_t i = 0; i < label_.size(); ++i) floating_ += label_[i] == static_cast<int>(i) && !live_[i];
+    const auto& label = labels();
+    for (std::size_t i = 0; i < live_.size(); ++i) floating_ += label[i] == static_cast<int>(i) && !live_[i];
+}
+
+void Islands::join(const SequenceElements& elements, const std::vector<int>& removed) {
+    DisjointSets sets(elements.buses());
+    for (const Link& link : elements.links()) {
+        const bool taken = !removed.empty() && std::binary_search(removed.begin(), removed.end(), link.branch);
+        if (joins(link) && !taken) sets.join(link.from, link.to);
+    }
+    label_ = sets.roots();
 }
 
 Islands::Islands(std::shared_ptr<const Islands> whole, std::vector<int> cutOff)

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "engines/network/Ordering.h"
 #include "engines/network/SequenceElements.h"
 
 namespace engines {
@@ -17,7 +18,7 @@ class Islands {
     /// The smallest bus of an island that floats; of one that is live any bus that was its smallest.
     [[nodiscard]] int of(int bus) const {
         if (whole_) return isCutOff(bus) ? cutOff_.front() : whole_->of(bus);
-        return label_[static_cast<std::size_t>(bus)];
+        return labels()[static_cast<std::size_t>(bus)];
     }
     [[nodiscard]] bool live(int bus) const {
         if (whole_) return !isCutOff(bus) && whole_->live(bus);
@@ -29,7 +30,11 @@ class Islands {
   private:
     [[nodiscard]] bool isCutOff(int bus) const;
 
-    std::vector<int> label_;  // the smallest bus of the island
+    [[nodiscard]] const std::vector<int>& labels() const { return label_.empty() ? ordering_->part : label_; }
+    void join(const SequenceElements& elements, const std::vector<int>& removed);
+
+    std::shared_ptr<const Ordering> ordering_;
+    std::vector<int> label_;  // the smallest bus of the island; empty where the islands are the parts of the ordering
     std::vector<char> live_;  // by label
     std::shared_ptr<const Islands> whole_;
     std::vector<int> cutOff_;

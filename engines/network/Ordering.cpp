@@ -6,6 +6,8 @@
 #include <numeric>
 #include <stdexcept>
 
+#include "engines/network/DisjointSets.h"
+
 namespace engines {
 namespace {
 
@@ -54,8 +56,13 @@ Ordering::Ordering(int size, std::vector<IndexPair> entries) : n(size), pairs(st
     analyse();
     listUpdates();
     decompose();
+    findParts();
     pairSlot.reserve(pairs.size());
-    for (const auto& [i, j] : pairs) pairSlot.push_back(slot(i, j));
+    pairPlace.reserve(pairs.size());
+    for (const auto& [i, j] : pairs) {
+        pairSlot.push_back(slot(i, j));
+        pairPlace.emplace_back(place[at(i)], place[at(j)]);
+    }
 }
 
 void Ordering::eliminate() {
@@ -149,6 +156,14 @@ void Ordering::decompose() {
     }
 }
 
+void Ordering::findParts() {
+    DisjointSets sets(n);
+    for (std::size_t p = 0; p < pairs.size(); ++p) {
+        if (sets.join(pairs[p].first, pairs[p].second)) forest.push_back(static_cast<int>(p));
+    }
+    part = sets.roots();
+}
+
 int Ordering::slot(int i, int j) const {
     const auto [low, high] = std::minmax(place[at(i)], place[at(j)]);
     const auto begin = lowerRow.begin() + lowerStart[at(low)], end = lowerRow.begin() + lowerStart[at(low) + 1];
@@ -167,8 +182,8 @@ int Ordering::commonDepth(int a, int b) const {
 
 std::size_t Ordering::bytes() const {
     return sizeof(int) * (place.size() + pairSlot.size() + lowerStart.size() + lowerRow.size() + updates.size() +
-                          parent.size() + depth.size() + head.size()) +
-           sizeof(IndexPair) * pairs.size();
+                          parent.size() + depth.size() + head.size() + forest.size() + part.size()) +
+           sizeof(IndexPair) * (pairs.size() + pairPlace.size());
 }
 
 std::shared_ptr<const Ordering> OrderingCache::of(int n, std::vector<IndexPair> pairs) {

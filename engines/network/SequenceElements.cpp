@@ -17,10 +17,10 @@ Link zeroLink(const Branch& b, Link link) {
     return link;
 }
 
-Link linkOf(const Branch& b, Sequence sequence) {
+Link linkOf(const Branch& b, Sequence sequence, int place) {
     const bool zero = sequence == Sequence::Zero;
     const Complex z = zero ? b.z0 : b.z1;
-    const Link link{b.from.value, b.to.value, reciprocal(z), b.ratio == 1 ? 1 : 1 / b.ratio, -1, true};
+    const Link link{b.from.value, b.to.value, reciprocal(z), b.ratio == 1 ? 1 : 1 / b.ratio, place, true};
     return zero ? zeroLink(b, link) : link;
 }
 
@@ -47,12 +47,10 @@ SequenceElements::SequenceElements(const Network& network, Sequence sequence, st
       ordering_(ordering ? std::move(ordering) : orderingOf(network)) {
     const bool zero = sequence == Sequence::Zero;
     links_.reserve(network.branches.size());
-    for (const Branch& b : network.branches) {
-        links_.push_back(linkOf(b, sequence));
-        links_.back().branch = static_cast<int>(links_.size()) - 1;
-    }
+    for (const Branch& b : network.branches) links_.push_back(linkOf(b, sequence, static_cast<int>(links_.size())));
+    shunts_.reserve(network.sources.size() + network.zeroShunts.size());
     for (const Source& s : network.sources) {
-        if (!zero || s.grounded) shunts_.push_back({s.bus.value, 1.0 / (zero ? s.z0 : s.z1)});
+        if (!zero || s.grounded) shunts_.push_back({s.bus.value, reciprocal(zero ? s.z0 : s.z1)});
     }
     if (zero) {
         for (const ZeroShunt& s : network.zeroShunts) shunts_.push_back({s.bus.value, 1.0 / s.z0, true});

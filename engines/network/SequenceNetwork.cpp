@@ -199,6 +199,7 @@ void SequenceNetwork::addCoupled(int first, SymmetricMatrix& matrix) const {
 
 // A floating island: its first bus is held.
 void SequenceNetwork::hold(SymmetricMatrix& matrix) const {
+    if (islands_->floating() == 0) return;
     for (int i = 0; i < elements_->buses(); ++i) {
         if (islands_->of(i) != i || islands_->live(i)) continue;
         const double size = std::abs(matrix.diagonal[at(matrix.ordering->place[at(i)])]);
@@ -210,15 +211,16 @@ SymmetricMatrix SequenceNetwork::matrix() const {
     SymmetricMatrix result(elements_->ordering());
     const auto& links = elements_->links();
     const Ordering& o = *result.ordering;
-    for (int k = 0; k < static_cast<int>(links.size()); ++k) {
-        const Link& link = links[at(k)];
-        const auto members = elements_->coupledWith(k);
-        if (members.size() > 1) {
-            if (members.front() == k) addCoupled(k, result);
-        } else if (conducts(k)) {
-            if (link.from >= 0) result.diagonal[at(o.place[at(link.from)])] += link.y * (link.gain * link.gain);
-            if (link.to >= 0) result.diagonal[at(o.place[at(link.to)])] += link.y;
-            if (link.from >= 0 && link.to >= 0) result.lower[at(o.pairSlot[at(k)])] -= link.y * link.gain;
+    const bool coupled = !elements_->couplings().empty(), whole = removed_.empty();
+    for (std::size_t k = 0; k < links.size(); ++k) {
+        const Link& link = links[k];
+        if (coupled && elements_->coupledWith(link.branch).size() > 1) {
+            if (elements_->coupledWith(link.branch).front() == link.branch) addCoupled(link.branch, result);
+        } else if (link.conducts && (whole || conducts(link.branch))) {
+            const auto [from, to] = o.pairPlace[k];
+            if (link.from >= 0) result.diagonal[at(from)] += link.y * (link.gain * link.gain);
+            if (link.to >= 0) result.diagonal[at(to)] += link.y;
+            if (link.from >= 0 && link.to >= 0) result.lower[at(o.pairSlot[k])] -= link.y * link.gain;
         }
     }
     for (const NodeShunt& s : elements_->shunts()) result.diagonal[at(o.place[at(s.bus)])] += s.y;
