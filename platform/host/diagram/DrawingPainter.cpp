@@ -14,7 +14,8 @@ namespace {
 
 constexpr double symbolsFrom = 0.3, signsFrom = 0.55;  ///< scales from which they can be told apart
 constexpr double smallestText = 6.5;                   ///< pixels
-constexpr std::size_t fewFigures = 4000;
+constexpr double largestGrowth = 1.8;                  ///< of symbols below symbolsFrom
+constexpr std::size_t fewFigures = 4000, fewSymbols = 1500;
 
 class DrawingPainter {
   public:
@@ -22,16 +23,16 @@ class DrawingPainter {
                    const Detail& detail)
         : p_(painter), model_(model), drawing_(drawing), palette_(palette), detail_(detail) {
         exact_ = detail.exact;
-        fine_ = exact_ || detail.scale >= symbolsFrom;
     }
 
     void paint(const QRectF& area) {
         const std::vector<int> visible = drawing_.places.within(area);
+        fine_ = exact_ || detail_.scale >= symbolsFrom || visible.size() < fewSymbols;
         p_.setRenderHint(QPainter::Antialiasing, fine_ || visible.size() < fewFigures);
         p_.setRenderHint(QPainter::TextAntialiasing, true);
         if (fine_) frames(area);
         connections(visible);
-        if (fine_) symbols(visible);
+        fine_ ? symbols(visible) : dots(visible);
         const bool small = !exact_ && captionFont(false).pixelSize() * detail_.scale < smallestText;
         small ? overviewNames(area) : captions(area);
     }
@@ -65,9 +66,16 @@ class DrawingPainter {
     void collect(const Figure& f, const Leg& leg, std::map<std::pair<QRgb, int>, QList<QLineF>>& into) {
         const bool dashed = f.off || f.openAtI || f.openAtJ;
         QList<QLineF>& lines = into[{colour(f, leg.kv).rgb(), dashed && fine_}];
+        if (!fine_ && f.glyph != Glyph::None && !leg.path.isEmpty()) lines.append(toSymbol(f, leg));
         for (qsizetype k = 0; k + 1 < leg.path.size(); ++k)
             if (fine_ || leg.path.size() == 2 || !isStub(leg.path[k], leg.path[k + 1]))
                 lines.append({leg.path[k], leg.path[k + 1]});
+    }
+
+    /// Closes the gap that a symbol would fill.
+    static QLineF toSymbol(const Figure& f, const Leg& leg) {
+        const QLineF first(leg.path.first(), f.centre), last(leg.path.last(), f.centre);
+        return first.length() < last.length() ? first : last;
     }
 
     bool isStub(const QPointF& a, const QPointF& b) const {
@@ -89,6 +97,7 @@ class DrawingPainter {
     }
 
     void symbols(const std::vector<int>& visible) {
+        const double growth = exact_ ? 1 : std::clamp(symbolsFrom / detail_.scale, 1.0, largestGrowth);
         for (int number : visible) {
             const Figure& f = drawing_.figures[number];
             if (f.glyph == Glyph::None) continue;
@@ -96,9 +105,25 @@ class DrawingPainter {
             p_.save();
             p_.translate(f.centre);
             p_.rotate(f.angle);
-            if (f.mirrored) p_.scale(-1, 1);
+            p_.scale(f.mirrored ? -growth : growth, growth);
             paintSymbol(p_, f.glyph, lookOf(f), f.angle);
             p_.restore();
+        }
+    }
+
+    /// Transformers and generators where there are too many for symbols.
+    void dots(const std::vector<int>& visible) {
+        std::map<QRgb, QPolygonF> places;
+        for (int number : visible) {
+            const Figure& f = drawing_.figures[number];
+            const bool told = f.kind == Kind::Transformer2 || f.kind == Kind::Transformer3 || f.kind == Kind::Generator;
+            if (told && !f.legs.empty()) places[colour(f, f.legs.front().kv).rgb()].append(f.centre);
+        }
+        for (const auto& [look, points] : places) {
+            QPen pen(QColor::fromRgb(look), 3, Qt::SolidLine, Qt::RoundCap);
+            pen.setCosmetic(true);
+            p_.setPen(pen);
+            p_.drawPoints(points);
         }
     }
 
@@ -106,7 +131,7 @@ class DrawingPainter {
         SymbolLook look;
         look.background = palette_.background;
         look.open = f.open;
-        look.width = exact_ ? 1.3 : std::max(1.3, 1 / detail_.scale);
+        look.width = exact_ ? 1.3 : std::clamp(1 / detail_.scale, 1.3, 1 / symbolsFrom);
         for (std::size_t k = 0; k < 3; ++k)
             look.colours[k] = colour(f, f.legs.empty() ? 0 : f.legs[std::min(k, f.legs.size() - 1)].kv);
         if (!exact_ && detail_.scale < signsFrom) return look;
