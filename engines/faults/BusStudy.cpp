@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "engines/faults/ShuntFault.h"
 #include "engines/network/SelectedInverse.h"
 #include "engines/network/SequenceNetwork.h"
 #include "engines/network/Threads.h"
@@ -43,24 +42,27 @@ Complex coupledShare(const SequenceNetwork& net, const SelectedInverse& inverse,
 }  // namespace
 
 BusStudy::Answers::Answers(const SequenceNetwork& network)
-    : net(&network), inverse(network.factors()), share(2 * network.elements().links().size()) {
-    const auto& pairs = network.elements().ordering()->pairs;
-    const auto& slots = network.elements().ordering()->pairSlot;
+    : net(&network),
+      wholeLive(network.islands().floating() == 0),
+      inverse(network.factors()),
+      share(2 * network.elements().links().size()) {
+    const IndexPair* places = network.elements().ordering()->pairPlace.data();
+    const int* slots = network.elements().ordering()->pairSlot.data();
     const bool coupled = !network.elements().couplings().empty();
     for (const Link& link : network.elements().links()) {
         if (!link.conducts) continue;
         const auto k = static_cast<std::size_t>(link.branch);
         Complex &atI = share[2 * k], &atJ = share[2 * k + 1];
-        const auto [i, j] = pairs[k];
         if (coupled && network.elements().coupledWith(link.branch).size() > 1) {
+            const auto [i, j] = network.elements().ordering()->pairs[k];
             atI = link.gain * coupledShare(network, inverse, link.branch, i);
             atJ = -coupledShare(network, inverse, link.branch, j);
             continue;
         }
         const bool through = link.from >= 0 && link.to >= 0;
         const Complex other = through ? inverse.slot(slots[k]) : Complex{}, out = link.y * link.gain;
-        if (link.from >= 0) atI = product(out, other - link.gain * inverse.diagonal(i));
-        if (link.to >= 0) atJ = product(link.y, link.gain * other - inverse.diagonal(j));
+        if (link.from >= 0) atI = product(out, other - link.gain * inverse.diagonalAt(places[k].first));
+        if (link.to >= 0) atJ = product(link.y, link.gain * other - inverse.diagonalAt(places[k].second));
     }
 }
 
@@ -111,18 +113,6 @@ Complex BusStudy::impedance(Sequence sequence, BusIndex bus) const {
     const Answers& answers = sequence == Sequence::Positive ? *positive_ : *zero_;
     if (!answers.net->islands().live(bus.value)) return {std::numeric_limits<double>::infinity(), 0};
     return answers.inverse.diagonal(bus.value);
-}
-
-BusFault BusStudy::fault(BusIndex bus, FaultKind kind, Complex z) const {
-    const int i = bus.value;
-    BusFault result{bus, {}, {}, !positive_->net->islands().live(i)};
-    if (result.dead) return result;
-    const bool grounded = zero_->net->islands().live(i);
-    const Complex z1 = positive_->inverse.diagonal(i), z0 = zero_->inverse.diagonal(i);
-    result.current = shuntCurrent(kind, before(i), z1, z0, grounded, z);
-    result.voltage = {before(i) - product(z1, result.current.positive), -product(z1, result.current.negative), {}};
-    result.voltage.zero = grounded ? -product(z0, result.current.zero) : displacement(kind, result.voltage);
-    return result;
 }
 
 Sequences BusStudy::farVoltage(const BusFault& fault, BranchEnd end) const {

@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "engines/faults/FaultStudy.h"
+#include "engines/faults/ShuntFault.h"
 #include "engines/network/SelectedInverse.h"
+#include "engines/network/SequenceNetwork.h"
 
 /// Faults at every bus of one operating mode from a selected inverse of its sequence networks: nothing is solved per
 /// bus, each answer costs a few operations.
@@ -47,7 +49,9 @@ class BusStudy {
     /// What one sequence network answers.
     struct Answers {
         explicit Answers(const SequenceNetwork& network);
+        [[nodiscard]] bool live(int bus) const { return wholeLive || net->islands().live(bus); }
         const SequenceNetwork* net;
+        bool wholeLive;
         SelectedInverse inverse;
         ComplexVector
             share;  ///< current into a branch end (2 x branch, I first) for a unit of fault current at its bus
@@ -79,6 +83,18 @@ class BusStudy {
     AtBus<BranchEnd> ends_;
     AtBus<int> sources_;
 };
+
+inline BusFault BusStudy::fault(BusIndex bus, FaultKind kind, Complex z) const {
+    const int i = bus.value;
+    BusFault result{bus, {}, {}, !positive_->live(i)};
+    if (result.dead) return result;
+    const bool grounded = zero_->live(i);
+    const Complex z1 = positive_->inverse.diagonal(i), z0 = zero_->inverse.diagonal(i);
+    result.current = shuntCurrent(kind, before(i), z1, z0, grounded, z);
+    result.voltage = {before(i) - product(z1, result.current.positive), -product(z1, result.current.negative), {}};
+    result.voltage.zero = grounded ? -product(z0, result.current.zero) : displacement(kind, result.voltage);
+    return result;
+}
 
 inline Sequences BusStudy::current(const BusFault& fault, BranchEnd end) const {
     const std::size_t e = place(end);

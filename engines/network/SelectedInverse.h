@@ -11,9 +11,9 @@ namespace engines {
 class SelectedInverse {
   public:
     explicit SelectedInverse(const Factors& factors);
-    [[nodiscard]] Complex diagonal(int i) const {
-        return diagonal_[static_cast<std::size_t>(ordering_->place[static_cast<std::size_t>(i)])];
-    }
+    [[nodiscard]] Complex diagonal(int i) const { return diagonalAt(ordering_->place[static_cast<std::size_t>(i)]); }
+    /// \param place  in elimination order
+    [[nodiscard]] Complex diagonalAt(int place) const { return diagonal_[static_cast<std::size_t>(place)]; }
     [[nodiscard]] Complex slot(int slot) const { return lower_[static_cast<std::size_t>(slot)]; }
     /// Number of entries.
     [[nodiscard]] std::size_t size() const { return diagonal_.size() + lower_.size(); }

@@ -9,19 +9,11 @@ namespace {
 
 std::size_t at(int i) { return static_cast<std::size_t>(i); }
 
-Link zeroLink(const Branch& b, Link link) {
-    const bool through = b.zeroPath == ZeroPath::Through;
-    link.conducts = b.zeroPath != ZeroPath::None;
-    if (!through && b.zeroPath != ZeroPath::GroundAtI) link.from = -1;
-    if (!through && b.zeroPath != ZeroPath::GroundAtJ) link.to = -1;
-    return link;
-}
-
-Link linkOf(const Branch& b, Sequence sequence, int place) {
-    const bool zero = sequence == Sequence::Zero;
-    const Complex z = zero ? b.z0 : b.z1;
-    const Link link{b.from.value, b.to.value, reciprocal(z), b.ratio == 1 ? 1 : 1 / b.ratio, place, true};
-    return zero ? zeroLink(b, link) : link;
+/// What the zero sequence lets through of a transformer.
+void restrict(Link& link, ZeroPath path) {
+    link.conducts = path != ZeroPath::None;
+    if (path != ZeroPath::GroundAtI) link.from = -1;
+    if (path != ZeroPath::GroundAtJ) link.to = -1;
 }
 
 Stretch clipped(Stretch part, double from, double to) {
@@ -47,7 +39,12 @@ SequenceElements::SequenceElements(const Network& network, Sequence sequence, st
       ordering_(ordering ? std::move(ordering) : orderingOf(network)) {
     const bool zero = sequence == Sequence::Zero;
     links_.reserve(network.branches.size());
-    for (const Branch& b : network.branches) links_.push_back(linkOf(b, sequence, static_cast<int>(links_.size())));
+    int place = 0;
+    for (const Branch& b : network.branches) {
+        const double gain = b.ratio == 1 ? 1 : 1 / b.ratio;
+        links_.push_back({b.from.value, b.to.value, reciprocal(zero ? b.z0 : b.z1), gain, place++, true});
+        if (zero && b.zeroPath != ZeroPath::Through) restrict(links_.back(), b.zeroPath);
+    }
     shunts_.reserve(network.sources.size() + network.zeroShunts.size());
     for (const Source& s : network.sources) {
         if (!zero || s.grounded) shunts_.push_back({s.bus.value, reciprocal(zero ? s.z0 : s.z1)});

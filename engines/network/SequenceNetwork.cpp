@@ -212,15 +212,18 @@ SymmetricMatrix SequenceNetwork::matrix() const {
     const auto& links = elements_->links();
     const Ordering& o = *result.ordering;
     const bool coupled = !elements_->couplings().empty(), whole = removed_.empty();
+    const IndexPair* places = o.pairPlace.data();
+    const int* slots = o.pairSlot.data();
+    Complex *diagonal = result.diagonal.data(), *lower = result.lower.data();
     for (std::size_t k = 0; k < links.size(); ++k) {
         const Link& link = links[k];
         if (coupled && elements_->coupledWith(link.branch).size() > 1) {
             if (elements_->coupledWith(link.branch).front() == link.branch) addCoupled(link.branch, result);
         } else if (link.conducts && (whole || conducts(link.branch))) {
-            const auto [from, to] = o.pairPlace[k];
-            if (link.from >= 0) result.diagonal[at(from)] += link.y * (link.gain * link.gain);
-            if (link.to >= 0) result.diagonal[at(to)] += link.y;
-            if (link.from >= 0 && link.to >= 0) result.lower[at(o.pairSlot[k])] -= link.y * link.gain;
+            const Complex y = link.y, seenFromI = y * link.gain;
+            if (link.from >= 0) diagonal[places[k].first] += seenFromI * link.gain;
+            if (link.to >= 0) diagonal[places[k].second] += y;
+            if (link.from >= 0 && link.to >= 0) lower[slots[k]] -= seenFromI;
         }
     }
     for (const NodeShunt& s : elements_->shunts()) result.diagonal[at(o.place[at(s.bus)])] += s.y;
