@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <set>
 
 #include "engines/faults/SolutionState.h"
@@ -48,6 +49,11 @@ void SequenceField::addLoad(ComplexVector& components) const {
 void SequenceField::addCommon(ComplexVector& components) const {
     const Islands& islands = ports_->net_->islands();
     const bool flat = withPrefault_ && !loaded();
+    if (islands.floating() == 0) {
+        if (!flat) return;
+        for (Complex& voltage : components) voltage += 1;
+        return;
+    }
     for (int i = 0; i < static_cast<int>(components.size()); ++i) {
         if (islands.live(i))
             components[at(i)] += flat ? 1 : 0;
@@ -63,9 +69,8 @@ void Solution::branchCurrents(const std::array<ComplexVector, 3>& v, PhaseState&
         const Link &link = positive.links()[k], &link0 = zero.links()[k];
         const Sequences current{through(link, v[0]), through(link, v[1]), through(link0, v[2])};
         auto &atI = state.currents[2 * k], &atJ = state.currents[2 * k + 1];
-        atI = atJ = phases(current);
-        for (Complex& i : atI) i *= link.gain;
-        for (Complex& i : atJ) i = -i;
+        const auto inPhases = phases(current);
+        for (std::size_t p = 0; p < 3; ++p) atI[p] = link.gain * inPhases[p], atJ[p] = -inPhases[p];
         // Without a way through, the zero sequence flows at one end only.
         if (link0.conducts && (link0.from < 0 || link0.to < 0)) {
             const auto other = phases({current.positive, current.negative, {}});
@@ -83,9 +88,13 @@ void Solution::branchCurrents(const std::array<ComplexVector, 3>& v, PhaseState&
 
 void Solution::everywhere(PhaseState& state) const {
     const auto& fields = state_->fields;
-    state.voltages.assign(state_->network->buses.size(), {});
-    state.currents.assign(2 * state_->network->branches.size(), {});
-    if (dead_) return;
+    state.voltages.resize(state_->network->buses.size());
+    state.currents.resize(2 * state_->network->branches.size());
+    if (dead_) {
+        std::ranges::fill(state.voltages, std::array<Complex, 3>{});
+        std::ranges::fill(state.currents, std::array<Complex, 3>{});
+        return;
+    }
     std::array<ComplexVector, 3> v{fields[0].components(), {}, fields[2].components()};
     const bool alone = fields[0].ports().size() == 1 && fields[0].value(0) != Complex{};
     if (alone) {

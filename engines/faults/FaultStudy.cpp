@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <numbers>
 
 #include "engines/faults/SolutionState.h"
 #include "engines/network/Threads.h"
@@ -56,14 +55,6 @@ Complex emf(const Network& network, const Source& source) {
     if (!network.loadFlow) return 1;
     const Complex voltage = network.buses[at(source.bus.value)].voltage;
     return voltage == Complex{} ? Complex{} : voltage + source.z1 * std::conj(source.power / voltage);
-}
-
-std::array<Complex, 3> phases(const Sequences& s) {
-    // With a = -1/2 + j sqrt(3)/2: a2 p + a n = -(p + n)/2 - j sqrt(3)/2 (p - n).
-    const Complex sum = s.positive + s.negative, half = s.zero - 0.5 * sum;
-    const Complex difference = std::numbers::sqrt3 / 2 * (s.positive - s.negative);
-    const Complex turned{-difference.imag(), difference.real()};
-    return {s.zero + sum, half - turned, half + turned};
 }
 
 /// |relay| / |main| of two currents; 0 when they oppose each other or one of them is nothing.

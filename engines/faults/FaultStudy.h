@@ -2,6 +2,7 @@
 
 #include <array>
 #include <memory>
+#include <numbers>
 #include <span>
 #include <vector>
 
@@ -36,7 +37,13 @@ struct Condition {
 struct Sequences {
     Complex positive, negative, zero;
 };
-std::array<Complex, 3> phases(const Sequences& s);
+inline std::array<Complex, 3> phases(const Sequences& s) {
+    // With a = -1/2 + j sqrt(3)/2: a2 p + a n = -(p + n)/2 - j sqrt(3)/2 (p - n).
+    const Complex sum = s.positive + s.negative, half = s.zero - 0.5 * sum;
+    const Complex difference = std::numbers::sqrt3 / 2 * (s.positive - s.negative);
+    const Complex turned{-difference.imag(), difference.real()};
+    return {s.zero + sum, half - turned, half + turned};
+}
 
 /// One end of a branch, where its current is counted.
 struct BranchEnd {
