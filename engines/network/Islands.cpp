@@ -19,6 +19,7 @@ bool allJoin(const SequenceElements& elements, const std::vector<int>& removed) 
     const auto& forest = elements.ordering()->forest;
     // A pair of coupled branches joins nothing.
     if (!forest.empty() && at(forest.back()) >= links.size()) return false;
+    if (elements.allThrough() && removed.empty()) return true;
     const auto in = [&](int k) { return std::binary_search(forest.begin(), forest.end(), k); };
     return std::ranges::all_of(forest, [&](int k) { return joins(links[at(k)]); }) && std::ranges::none_of(removed, in);
 }
@@ -31,7 +32,8 @@ Islands::Islands(const SequenceElements& elements, const std::vector<int>& remov
     const auto& links = elements.links();
     const auto taken = [&](int k) { return std::binary_search(removed.begin(), removed.end(), k); };
     for (const NodeShunt& s : elements.shunts()) live_[at(of(s.bus))] = 1;
-    for (const Link& link : links) {
+    for (std::size_t k = 0; k < links.size() && !elements.allThrough(); ++k) {
+        const Link& link = links[k];
         if (link.conducts && (link.from < 0) != (link.to < 0) && !taken(link.branch))
             live_[at(of(std::max(link.from, link.to)))] = 1;
     }

@@ -43,7 +43,9 @@ SequenceElements::SequenceElements(const Network& network, Sequence sequence, st
     for (const Branch& b : network.branches) {
         const double gain = b.ratio == 1 ? 1 : 1 / b.ratio;
         links_.push_back({b.from.value, b.to.value, reciprocal(zero ? b.z0 : b.z1), gain, place++, true});
-        if (zero && b.zeroPath != ZeroPath::Through) restrict(links_.back(), b.zeroPath);
+        if (!zero || b.zeroPath == ZeroPath::Through) continue;
+        restrict(links_.back(), b.zeroPath);
+        allThrough_ = false;
     }
     shunts_.reserve(network.sources.size() + network.zeroShunts.size());
     for (const Source& s : network.sources) {
@@ -62,7 +64,7 @@ void SequenceElements::apply(const ModeChange& change) {
     if (change.branch.value >= 0) {
         Link& link = links_[at(change.branch.value)];
         if (change.cut)
-            link.conducts = false;
+            link.conducts = allThrough_ = false;
         else
             link.y = reciprocal(change.z);
         return;

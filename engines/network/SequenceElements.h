@@ -42,6 +42,8 @@ class SequenceElements {
 
     [[nodiscard]] int buses() const { return buses_; }
     [[nodiscard]] const std::vector<Link>& links() const { return links_; }
+    /// Whether every link conducts from bus to bus.
+    [[nodiscard]] bool allThrough() const { return allThrough_; }
     [[nodiscard]] const std::vector<NodeShunt>& shunts() const { return shunts_; }
     [[nodiscard]] const std::shared_ptr<const Ordering>& ordering() const { return ordering_; }
     /// Branches coupled with one another, `branch` among them; that branch alone when it is not coupled.
@@ -56,6 +58,7 @@ class SequenceElements {
 
     Sequence sequence_;
     int buses_ = 0;
+    bool allThrough_ = true;
     std::shared_ptr<const Ordering> ordering_;
     std::vector<Link> links_;
     std::vector<NodeShunt> shunts_;
