@@ -47,8 +47,8 @@ class DrawingEngine : public QIconEngine {
     QByteArray drawing_;
 };
 
-/// The frame of an unticked box is drawn in a darker shade of the window, which a dark window hides: there it takes a
-/// shade of the text.
+/// The frame of an unticked box is drawn in a somewhat darker shade of the window, which is faint on light and hidden
+/// on dark windows: it takes a darker shade of the lines, on dark windows of the text.
 class Style : public QProxyStyle {
   public:
     Style() : QProxyStyle("Fusion") {}
@@ -56,13 +56,13 @@ class Style : public QProxyStyle {
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
         const bool box = element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton;
-        const QPalette& palette = option->palette;
-        if (!box || palette.window().color().lightness() > 128)
-            return QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (!box) return QProxyStyle::drawPrimitive(element, option, painter, widget);
         QStyleOptionButton seen;
         static_cast<QStyleOption&>(seen) = *option;
+        const QPalette& palette = option->palette;
+        const bool dark = palette.window().color().lightness() < 128;
         const auto group = option->state & State_Enabled ? QPalette::Active : QPalette::Disabled;
-        seen.palette.setColor(QPalette::Window, palette.color(group, QPalette::WindowText));
+        seen.palette.setColor(QPalette::Window, palette.color(group, dark ? QPalette::WindowText : QPalette::Mid));
         QProxyStyle::drawPrimitive(element, &seen, painter, widget);
     }
 };

@@ -2,11 +2,13 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
+#include <QFile>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QRegularExpression>
+#include <QTreeView>
 
 #include "programs/frame/EditSession.h"
 #include "programs/frame/UserStore.h"
@@ -62,6 +64,17 @@ QStringList untranslated(const QWidget& window) {
     return found;
 }
 
+/// All that the report of an import says.
+QStringList rowsOf(const QAbstractItemModel& model, const QModelIndex& above = {}) {
+    QStringList texts;
+    for (int row = 0; row < model.rowCount(above); ++row) {
+        for (int column = 0; column < model.columnCount(above); ++column)
+            texts << model.index(row, column, above).data().toString();
+        texts += rowsOf(model, model.index(row, 0, above));
+    }
+    return texts;
+}
+
 QStringList cutOff(const QWidget& window) {
     QStringList found;
     for (const QWidget* widget : window.findChildren<QWidget*>()) {
@@ -104,8 +117,9 @@ class Windows : public Workbench {
         EXPECT_TRUE(seen || !action->text().endsWith("…")) << name.toStdString();
     }
 
-    /// A new project through its dialog, to the report of the import.
-    void lookAtImport() {
+    /// A new project through its dialog, to the report of the import, with what is to be seen before and then.
+    void import(const QString& source, const std::function<void(QWidget&)>& before,
+                const std::function<void(QWidget&)>& then) {
         QAction* action = window->findChild<QAction*>("new");
         const QString name = QString("East");
         bool started = false;
@@ -115,14 +129,13 @@ class Windows : public Workbench {
                        auto* ensure = dialog.findChild<QAbstractButton*>("pushButton_Ensure");
                        if (!started) {
                            dialog.findChild<QLineEdit*>("lineEdit_Name")->setText("a/b");
-                           look(dialog, "new");
+                           before(dialog);
                            dialog.findChild<QLineEdit*>("lineEdit_Name")->setText(name);
-                           dialog.findChild<QLineEdit*>("lineEdit_Source")
-                               ->setText(MORVANE_SOURCE_DIR "/data/networks/iec60909-4");
+                           dialog.findChild<QLineEdit*>("lineEdit_Source")->setText(source);
                            ensure->click();
                            started = true;
                        } else if (dialog.findChild<QWidget*>("importReport")->isVisible()) {
-                           look(dialog, "report");
+                           then(dialog);
                            ensure->click();
                        }
                    });
@@ -131,62 +144,72 @@ class Windows : public Workbench {
         EXPECT_TRUE(window->session().store().remove(name));
     }
 
-    void lookAtLeftover() {
-        {
-            EditSession left("WinDlgDspRly", {{"RLY_RLYDSP", 158}}, "_TEM");
-            ASSERT_TRUE(left.open());
-        }
-        window->closeProject();
-        withModals([&] { window->openProject(project); },
-                   [&](QWidget& box) {
-                       look(box, "leftover");
-                       box.findChildren<QAbstractButton*>().first()->click();
-                   });
-    }
-
-    void lookAtLogIn() {
-        ASSERT_EQ(UserStore::change({}, "secret", "secret"), UserStore::Change::Done);
-        shell::Settings().setLoginAtOpening(true);
-        window.reset();
-        window = std::make_unique<shell::MainWindow>();
-        window->show();
-        bool asked = false;
-        withModals(
-            [&] {
-                window->openWhenReady(project);
-                waitFor([&] { return asked; });
-            },
+    void lookAtImport() {
+        import(
+            MORVANE_SOURCE_DIR "/data/networks/iec60909-4", [&](QWidget& dialog) { look(dialog, "new");
+    },
             [&](QWidget& dialog) {
-                look(dialog, "login");
-                asked = true;
-                reject(dialog);
-            });
-        EXPECT_FALSE(window->isProjectOpen());
-        shell::Settings().setLoginAtOpening(false);
-        window->openProject(project);
-        ASSERT_EQ(UserStore::change("secret", {}, {}), UserStore::Change::Done);
-    }
+        look(dialog, "report"); });
+}
 
-    void lookAtAll() {
-        lookAtImport();
-        look(*window, "start");
-        openDemonstration();
-        window->diagram().selectElement("石桥厂");
-        look(*window, "diagram");
-        window->findChild<QAction*>("find")->trigger();
-        part<QLineEdit>("lineEdit_Find")->setText("石");
-        look(*window, "find");
-        for (const char* name : {"open", "import", "save_as", "settings", "shortcuts", "about"}) lookAtAction(name);
-        for (const auto& [name, action] : window->menus().module()->asKeyValueRange())
-            if (action->isVisible() && action->isEnabled()) lookAtAction(name);
-        lookAtLeftover();
-        lookAtLogIn();
+    void lookAtLeftover() {
+    {
+        EditSession left("WinDlgDspRly", {{"RLY_RLYDSP", 158}}, "_TEM");
+        ASSERT_TRUE(left.open());
     }
+    window->closeProject();
+    withModals([&] { window->openProject(project); },
+               [&](QWidget& box) {
+                   look(box, "leftover");
+                   box.findChildren<QAbstractButton*>().first()->click();
+               });
+}
 
-    shell::Settings settings_;
-    const Look* look_ = nullptr;
-    Pictures pictures_;
-};
+void lookAtLogIn() {
+    ASSERT_EQ(UserStore::change({}, "secret", "secret"), UserStore::Change::Done);
+    shell::Settings().setLoginAtOpening(true);
+    window.reset();
+    window = std::make_unique<shell::MainWindow>();
+    window->resize(1280, 800);
+    window->show();
+    bool asked = false;
+    withModals(
+        [&] {
+            window->openWhenReady(project);
+            waitFor([&] { return asked; });
+        },
+        [&](QWidget& dialog) {
+            look(dialog, "login");
+            asked = true;
+            reject(dialog);
+        });
+    EXPECT_FALSE(window->isProjectOpen());
+    shell::Settings().setLoginAtOpening(false);
+    window->openProject(project);
+    ASSERT_EQ(UserStore::change("secret", {}, {}), UserStore::Change::Done);
+}
+
+void lookAtAll() {
+    lookAtImport();
+    look(*window, "start");
+    openDemonstration();
+    window->diagram().selectElement("石桥厂");
+    look(*window, "diagram");
+    window->findChild<QAction*>("find")->trigger();
+    part<QLineEdit>("lineEdit_Find")->setText("石");
+    look(*window, "find");
+    for (const char* name : {"open", "import", "save_as", "settings", "shortcuts", "about"}) lookAtAction(name);
+    for (const auto& [name, action] : window->menus().module()->asKeyValueRange())
+        if (action->isVisible() && action->isEnabled()) lookAtAction(name);
+    lookAtLeftover();
+    lookAtLogIn();
+}
+
+shell::Settings settings_;
+const Look* look_ = nullptr;
+Pictures pictures_;
+}
+;
 
 TEST_F(Windows, AreTranslatedAndShowTheirTextsWholeInBothLanguagesAndThemes) {
     openDemonstration();
@@ -197,6 +220,7 @@ TEST_F(Windows, AreTranslatedAndShowTheirTextsWholeInBothLanguagesAndThemes) {
         shell::applyLanguage(*qApp, look.language);
         shell::applyTheme(*qApp, look.theme);
         window = std::make_unique<shell::MainWindow>();
+        window->resize(1280, 800);
         window->show();
         ASSERT_TRUE(waitFor([&] { return !part<QLabel>("label_Server")->text().endsWith("…"); }));
         lookAtAll();
@@ -206,4 +230,25 @@ TEST_F(Windows, AreTranslatedAndShowTheirTextsWholeInBothLanguagesAndThemes) {
     }
     if (qEnvironmentVariableIsSet("MORVANE_SCREENSHOT_FOLDER"))
         pictures_.saveEach(qEnvironmentVariable("MORVANE_SCREENSHOT_FOLDER"));
+}
+
+TEST_F(Windows, ReportsOfImportsAreEnglishWhereTheNetworksNamesAre) {
+    const QString networks = qEnvironmentVariable("MORVANE_SHARED_NETWORKS", MORVANE_SHARED_NETWORKS);
+    if (!QFile::exists(networks)) GTEST_SKIP() << "the public networks are not there: " << networks.toStdString();
+    window.reset();
+    shell::applyLanguage(*qApp, "en");
+    window = std::make_unique<shell::MainWindow>();
+    window->show();
+    ASSERT_TRUE(waitFor([&] { return !part<QLabel>("label_Server")->text().endsWith("…"); }));
+    for (const char* source :
+         {"/matpower/case39.m", "/matpower/case300.m", "/cgmes_microgrid/BaseCase_BC", "/cgmes_minigrid/NodeBreaker"}) {
+        SCOPED_TRACE(source);
+        QStringList told;
+        import(networks + source, [](QWidget&) {}, [&](QWidget& dialog) {
+            told = rowsOf(*dialog.findChild<QTreeView*>("treeView_Report")->model());
+        told += untranslated(dialog);
+    });
+    EXPECT_GT(told.size(), 20);
+    EXPECT_EQ(told.filter(QRegularExpression("\\p{Han}")).join('\n').toStdString(), "");
+}
 }
