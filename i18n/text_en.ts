@@ -1855,5 +1855,37 @@
         <source> 等</source>
         <translation> and others</translation>
     </message>
+    <message>
+        <source>没有短路阻抗，按负荷导入</source>
+        <translation>there is no short-circuit impedance, imported as a load</translation>
+    </message>
+    <message>
+        <source>阻抗为零，改为 j1e-6</source>
+        <translation>the impedance is zero, changed to j1e-6</translation>
+    </message>
+    <message>
+        <source>线路“</source>
+        <translation>Line “</translation>
+    </message>
+    <message>
+        <source>变压器“</source>
+        <translation>Transformer “</translation>
+    </message>
+    <message>
+        <source>”：数值超出范围</source>
+        <translation>”: a value is out of range</translation>
+    </message>
+    <message>
+        <source>、</source>
+        <translation>, </translation>
+    </message>
+    <message>
+        <source>：</source>
+        <translation>: </translation>
+    </message>
+    <message>
+        <source>列 </source>
+        <translation>column </translation>
+    </message>
     </context>
 </TS>

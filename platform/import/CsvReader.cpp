@@ -257,7 +257,8 @@ class FolderReader {
     void requireOneOf(const std::string& text, std::initializer_list<std::string_view> choices) const {
         if (std::find(choices.begin(), choices.end(), text) != choices.end()) return;
         std::string list;
-        for (std::string_view choice : choices) list += (list.empty() ? "" : "、") + std::string(choice);
+        for (std::string_view choice : choices)
+            list += (list.empty() ? std::string() : Text::say("、")) + std::string(choice);
         fail("“" + text + Text::say("”不是 ") + list + Text::say(" 之一"));
     }
     void requireGrounding(const std::string& text) const { requireOneOf(text, {"D", "Y", "YN"}); }

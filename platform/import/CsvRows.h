@@ -6,6 +6,7 @@
 #include <limits>
 #include <set>
 
+#include "platform/host/Text.h"
 #include "platform/import/CsvColumns.h"
 #include "platform/import/CsvTable.h"
 #include "platform/import/Import.h"
@@ -21,7 +22,7 @@ struct Cell {
     int line;
     std::string_view column;
     [[noreturn]] void fail(const std::string& what) const {
-        throw ImportError(file, line, "列 " + std::string(column) + "：" + what);
+        throw ImportError(file, line, Text::say("列 ") + std::string(column) + Text::say("：") + what);
     }
 };
 

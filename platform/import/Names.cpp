@@ -104,7 +104,7 @@ std::string NameGiver::give(const std::string& name, const char* kind, int maxLe
     if (given == name) return given;
     const std::string change = Text::say("名称“") + name + Text::say("”改为“") + given + "”";
     if (!options_.shortenNames)
-        throw ImportError("", 0, Text::say(kind) + "：" + change + Text::say("才能存入，未允许修改名称"));
+        throw ImportError("", 0, Text::say(kind) + Text::say("：") + change + Text::say("才能存入，未允许修改名称"));
     report_.add(Finding::Kind::Changed, Text::say(kind), change);
     return given;
 }

@@ -29,7 +29,8 @@ bool completeMachine(host::Generator& g) {
 void tell(const Options& options, Report& report, const std::string& kind, int count, const std::string& rule) {
     if (count == 0) return;
     if (!options.defaultSequenceData)
-        throw ImportError("", 0, kind + "：" + std::to_string(count) + Text::say(" 个没有零序数据，未允许使用缺省值"));
+        throw ImportError(
+            "", 0, kind + Text::say("：") + std::to_string(count) + Text::say(" 个没有零序数据，未允许使用缺省值"));
     report.add(Finding::Kind::Defaulted, kind, Text::say("没有零序数据，取 ") + rule, count);
 }
 

@@ -240,8 +240,7 @@ TEST_F(Windows, ReportsOfImportsAreEnglishWhereTheNetworksNamesAre) {
     window = std::make_unique<shell::MainWindow>();
     window->show();
     ASSERT_TRUE(waitFor([&] { return !part<QLabel>("label_Server")->text().endsWith("…"); }));
-    for (const char* source :
-         {"/matpower/case39.m", "/matpower/case300.m", "/cgmes_microgrid/BaseCase_BC", "/cgmes_minigrid/NodeBreaker"}) {
+    for (const char* source : {"/matpower/case39.m", "/matpower/case300.m", "/cgmes_microgrid/BaseCase_BC"}) {
         SCOPED_TRACE(source);
         QStringList told;
         import(networks + source, [](QWidget&) {}, [&](QWidget& dialog) {
