@@ -46,7 +46,7 @@ class LocalStudy::InSequence {
     void takeOut(const std::vector<int>& branches, std::span<const Condition> conditions) {
         const auto net = whole_.without(branches);
         const bool whole = net->islands().floating() == whole_.islands().floating();
-        updated_ = net->outageColumns().size() > 0 && whole && net->startsFlat() &&
+        updated_ = !net->outageColumns().empty() && whole && net->startsFlat() &&
                    std::ranges::none_of(branches, [&](int k) { return involved_.contains(coupling(k)); });
         if (updated_) return correct(*net);
         const auto found = std::make_shared<const Places>(placesOf(network_, conditions));
