@@ -2,50 +2,19 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QFile>
-#include <QIconEngine>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QPainter>
 #include <QPalette>
-#include <QPixmap>
 #include <QProxyStyle>
 #include <QStyleOption>
-#include <QSvgRenderer>
 #include <QTranslator>
+
+#include "platform/host/ui/Icons.h"
 
 namespace shell {
 
 namespace {
-
-/// Drawings use currentColor, which takes the text colour of the palette.
-class DrawingEngine : public QIconEngine {
-  public:
-    explicit DrawingEngine(const QString& name) : name_(name) {
-        QFile file(":/icons/" + name + ".svg");
-        if (file.open(QIODevice::ReadOnly)) drawing_ = file.readAll();
-    }
-
-    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
-        const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
-        const auto role = mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::WindowText;
-        QByteArray drawing = drawing_;
-        drawing.replace("currentColor", QApplication::palette().color(group, role).name().toUtf8());
-        QSvgRenderer(drawing).render(painter, rect);
-    }
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        QPixmap pixmap(size);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        paint(&painter, QRect(QPoint(0, 0), size), mode, state);
-        return pixmap;
-    }
-    QIconEngine* clone() const override { return new DrawingEngine(name_); }
-
-  private:
-    QString name_;
-    QByteArray drawing_;
-};
 
 /// The frame of an unticked box is drawn in a somewhat darker shade of the window, which is faint on light and hidden
 /// on dark windows: it takes a darker shade of the lines, on dark windows of the text.
@@ -116,7 +85,7 @@ void install(QApplication& application, const QString& file, const QString& fold
 
 }  // namespace
 
-QIcon icon(const QString& name) { return QIcon(new DrawingEngine(name)); }
+QIcon icon(const QString& name) { return host::lineIcon(":/icons/" + name + ".svg"); }
 
 void applyTheme(QApplication& application, Theme theme) {
     static const QPalette system = QApplication::palette();

@@ -10,7 +10,7 @@
 namespace {
 
 QByteArray drawing(const QString& name) {
-    QFile file(":/morvane/icons/" + name + ".svg");
+    QFile file(name);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
@@ -43,4 +43,6 @@ class LineIcon : public QIconEngine {
 
 }  // namespace
 
-QIcon host::icon(const QString& name) { return QIcon(new LineIcon(drawing(name))); }
+QIcon host::icon(const QString& name) { return lineIcon(":/morvane/icons/" + name + ".svg"); }
+
+QIcon host::lineIcon(const QString& file) { return QIcon(new LineIcon(drawing(file))); }
