@@ -26,8 +26,10 @@ struct CaseNode {
 struct CaseSettingRow {
     int RNo = 0;
     QString Cdz;
-    QString label;  ///< place of the relay
+    QString label;    ///< place of the relay
+    QString station;  ///< power station or substation at the relay's end; empty when the network names none
     QString DspCdz;
+    int VType = 0;  ///< kind of value: unitOf() has its unit
     std::array<QString, kStages> newValue;
     std::array<QString, kStages> oldValue;
 };

@@ -35,6 +35,7 @@ RunSession::RunSession(const CaseNode& node, const CalculationPlaces& places)
 RunSession::~RunSession() = default;
 
 bool RunSession::takeLine(const QString& line) {
+    emit message(line);
     const auto rule = RulesWithoutResult::read(line);
     if (!rule) return false;
     withoutResult_.append(*rule);
@@ -91,6 +92,8 @@ bool RunSession::stepOrEnd(CStepCalFlow& flow) {
     }
     state_ = State::Busy;
     emit progress(flow.rowCursor.at(), flow.rowCursor.size());
+    const auto row = flow.rowCursor.row();
+    emit stepStarted(row.rno, row.pno, row.ruleNo);
     return flow.Step();
 }
 
@@ -154,6 +157,7 @@ void RunSession::KlmFSlot() {
         return end(false);
     }
     klm_->ReadResults(3);
+    if (confirm_) return end(!lostStatements());
     end(storeSensitivityParameters(klm_->relayInput()) && !lostStatements());
 }
 

@@ -27,6 +27,9 @@ class RunSession : public QObject {
     RunSession(const CaseNode& node, const CalculationPlaces& places);
     ~RunSession() override;
 
+    /// A sensitivity run then ends with its results under case number 0 and nothing stored: the user confirms them.
+    void setParametersToConfirm(bool confirm) { confirm_ = confirm; }
+
     /// Copies the working tables and removes result files of earlier runs.
     bool open();
     /// \return false when there is nothing to calculate or the engine cannot be set going; the session is idle then
@@ -52,8 +55,10 @@ class RunSession : public QObject {
 
   signals:
     void progress(int done, int total);
-    void partShown(int rNo, int pNo);  ///< a manual run waits here
-    void recalculated();               ///< no recalculation is left
+    void stepStarted(int rNo, int pNo, int ruleNo);  ///< what the engine is given next
+    void message(const QString& line);               ///< what an engine says, as it comes
+    void partShown(int rNo, int pNo);                ///< a manual run waits here
+    void recalculated();                             ///< no recalculation is left
     void finished(bool complete);
 
   private slots:
@@ -90,6 +95,7 @@ class RunSession : public QObject {
     bool manualRunning_ = false;
     bool recalcPending_ = false;
     bool abortFlag_ = false;
+    bool confirm_ = false;
     int failedSteps_ = 0;
     int lossesBefore_ = 0;
 };

@@ -1,0 +1,17 @@
+#include "programs/reports/BookViewer.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include "platform/host/Text.h"
+#include "programs/frame/Messages.h"
+
+bool showBook(const QString& file) {
+    QString program = QStandardPaths::findExecutable("NotePad", {QCoreApplication::applicationDirPath()});
+    if (program.isEmpty()) program = QStandardPaths::findExecutable("NotePad");
+    if (!program.isEmpty() && QProcess::startDetached(program, {QDir::toNativeSeparators(file)})) return true;
+    ReportError(Text::tr("生成计算书失败"), 1);
+    return false;
+}

@@ -1,0 +1,3 @@
+#include "programs/workflow/WinDlgSaveDZ.h"
+
+WinDlgSaveDZ::WinDlgSaveDZ(int, QWidget* parent) : QDialog(parent) { setObjectName("WinDlgSaveDZ"); }

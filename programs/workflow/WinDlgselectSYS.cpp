@@ -1,0 +1,3 @@
+#include "programs/workflow/WinDlgselectSYS.h"
+
+WinDlgselectSYS::WinDlgselectSYS(QWidget* parent) : QDialog(parent) { setObjectName("WinDlgselectSYS"); }

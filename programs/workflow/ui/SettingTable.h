@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QTableView>
+
+#include "programs/workflow/ui/SettingModel.h"
+
+/// The table of settings of the case editor, the run window and the save dialog. Rows and columns of its functions and
+/// signals are those of the model, whatever is sorted and filtered away; sorting and filtering change nothing that is
+/// stored. The place of a relay shows in its first visible row.
+class SettingTable : public QTableView {
+    Q_OBJECT
+  public:
+    SettingTable(QWidget* parent, const char* name);
+
+    [[nodiscard]] SettingModel& settings() const { return *model_; }
+    /// Takes all rows out.
+    void setColumns(const SettingColumns& columns);
+    void setRows(const QVector<CaseSettingRow>& rows) { model_->setRows(rows); }
+    /// All rows with what was typed.
+    [[nodiscard]] const QVector<CaseSettingRow>& rows() const { return model_->rows(); }
+
+    [[nodiscard]] int row() const;     ///< current row, -1 without one
+    [[nodiscard]] int column() const;  ///< current column, -1 without one
+    [[nodiscard]] int currentRelay() const;
+    void setCurrentCell(int row, int column);
+    /// Takes what stands in the editor that is open, if any.
+    void endEdit();
+    [[nodiscard]] QString text(int row, int column) const;
+    /// Row of a setting of a relay; -1 when it is not there.
+    [[nodiscard]] int find(int rNo, const QString& cdz) const;
+    /// Puts a new value into a cell without raising valueChanged().
+    void setValue(int row, int part, const QString& text);
+
+    /// Marks a cell in the first row of a relay, or in all of its rows; marks of before go.
+    void paintRelay(int rNo, int column, bool allRows);
+    void clearPaint();
+
+    /// Only the relays of a station; empty: all.
+    void setStation(const QString& station);
+    [[nodiscard]] QStringList stations() const;
+    /// Only settings that changed against the stored ones.
+    void setOnlyChanged(bool only);
+    /// Share from which on a changed value carries a warning mark; 0.2 is 20 %.
+    void setWarningShare(double share);
+
+  signals:
+    void currentChanged(int row, int column);
+    void valueChanged(int row, int column);  ///< by the user
+    void cellClicked(int row, int column);
+    void cellDoubleClicked(int row, int column);
+
+  private:
+    SettingModel* model_;
+};

@@ -1,0 +1,3 @@
+#include "programs/workflow/ui/SettingTableBar.h"
+
+SettingTableBar::SettingTableBar(SettingTable*, QWidget* parent) : QWidget(parent) {}
