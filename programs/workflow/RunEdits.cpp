@@ -90,6 +90,7 @@ bool RunSession::recalculateNext() {
         announce(rule);
         recalcPending_ = true;
         state_ = State::Busy;
+        emit stepStarted(rule.RNo, rule.PNo, rule.RuleNo);
         hand_->RecalculateRule(&cursor);
         return true;
     }

@@ -134,13 +134,15 @@ void RunSession::HandCalSlot() {
     }
     if (!good) return end(false);
     if (flow.hasRow && flow.standsOnSamePart()) {
-        flow.Step();
+        stepOrEnd(flow);
         return;
     }
     state_ = State::Waiting;
     emit progress(flow.rowCursor.at(), flow.rowCursor.size());
     emit partShown(flow.shownRNo, flow.shownPNo);
 }
+
+bool RunSession::hasFurtherPart() const { return state_ == State::Waiting && hand_->hasRow; }
 
 bool RunSession::next() {
     if (state_ != State::Waiting) return false;

@@ -49,6 +49,8 @@ class RunSession : public QObject {
     bool changeParameters(int rNo, int pNo, int ruleNo, int parNo);
 
     [[nodiscard]] State state() const { return state_; }
+    /// Whether next() of a manual run that waits calculates a further relay part; else it ends the run.
+    [[nodiscard]] bool hasFurtherPart() const;
     /// Rules of the run in hand or just ended that had no result; each was told in the dock as information.
     [[nodiscard]] const QVector<RuleWithoutResult>& withoutResult() const { return withoutResult_; }
     [[nodiscard]] int failedSteps() const { return failedSteps_; }  ///< engine runs of the run that ended badly
