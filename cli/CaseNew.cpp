@@ -9,6 +9,7 @@
 #include "programs/frame/RelayTypes.h"
 #include "programs/model/RelayStore.h"
 #include "programs/study/ModeStore.h"
+#include "programs/workflow/RelaySelection.h"
 
 namespace cli {
 
@@ -23,29 +24,24 @@ bool modesByName(Context& context, const std::vector<std::string>& names, QList<
     return true;
 }
 
-QSet<QString> nodesOfLevels(const std::vector<double>& levels, bool* known) {
-    QSet<QString> nodes;
+bool relaysOfLevels(int type, const std::vector<double>& levels, QSet<int>* relays) {
     for (const double level : levels) {
-        double lowest = 0;
-        double highest = 0;
-        *known = *known && RelayStore::voltageBand(level, &lowest, &highest);
-        sql::Query query;
-        query.exec("SELECT DISTINCT Node_Name FROM CDB_NODEBAK WHERE Base_kV>=? AND Base_kV<=?", {lowest, highest});
-        while (query.next()) nodes.insert(query.text(0));
+        QVector<SelectedRly> found;
+        if (!RelaySelection::ofLevel(type, level, &found)) return false;
+        for (const SelectedRly& relay : found) relays->insert(relay.RNo);
     }
-    return nodes;
+    return true;
 }
 
 /// The relays that are meant, those switched off left out.
 bool chooseRelays(Context& context, const CaseWish& wish, QVector<int>* chosen) {
-    bool known = true;
-    const QSet<QString> nodes = nodesOfLevels(wish.levels, &known);
-    if (!known) return context.stop(BadInput, {});
+    QSet<int> ofLevels;
+    if (!relaysOfLevels(wish.type, wish.levels, &ofLevels)) return context.stop(BadInput, {});
     const auto named = [&](int relay) {
         return wish.relays.empty() || std::find(wish.relays.begin(), wish.relays.end(), relay) != wish.relays.end();
     };
     for (const InstalledRelay& relay : RelayStore::list(wish.type)) {
-        const bool inLevel = wish.levels.empty() || nodes.contains(relay.at.I_Name) || nodes.contains(relay.at.J_Name);
+        const bool inLevel = wish.levels.empty() || ofLevels.contains(relay.RNo);
         if (relay.Valid && inLevel && named(relay.RNo)) chosen->append(relay.RNo);
     }
     for (const int relay : wish.relays)

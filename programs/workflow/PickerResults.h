@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QList>
 #include <QString>
+#include <QVector>
 #include <array>
 
 #include "programs/frame/StageColumns.h"
@@ -20,6 +22,8 @@ struct SelectedRly {
 extern SelectedRly* SelectedRlyList;
 /// 0 after Cancel.
 extern int SelectRlyAccepted;
+/// Frees the list and fills it with these relays, in their order.
+void replaceSelectedRlys(const QVector<SelectedRly>& relays);
 
 /// An operating mode that was picked.
 struct SelectedSys {
@@ -29,6 +33,8 @@ struct SelectedSys {
 };
 /// The newest node, that is the tail, of the modes picked last.
 extern SelectedSys* SelectedSysList;
+/// Frees the list and fills it with these modes, in their order.
+void replaceSelectedSys(const QList<int>& modes);
 
 /// Parameter group: the one in use when the dialog opens, the chosen one after OK.
 extern int ChosenParNo;
