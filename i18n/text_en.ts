@@ -1887,5 +1887,9 @@
         <source>列 </source>
         <translation>column </translation>
     </message>
+    <message>
+        <source>新</source>
+        <translation>new</translation>
+    </message>
     </context>
 </TS>

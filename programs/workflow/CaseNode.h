@@ -32,6 +32,12 @@ struct CaseSettingRow {
     int VType = 0;  ///< kind of value: unitOf() has its unit
     std::array<QString, kStages> newValue;
     std::array<QString, kStages> oldValue;
+
+    /// The same setting of the same relay, whatever its values.
+    [[nodiscard]] bool isSameSetting(const CaseSettingRow& other) const {
+        return RNo == other.RNo && Cdz == other.Cdz && label == other.label && station == other.station &&
+               DspCdz == other.DspCdz && VType == other.VType;
+    }
 };
 
 /// What the editor shows of a case, and what a save takes.

@@ -63,6 +63,36 @@ QHash<int, RelayData> relayData(const QVector<int>& relays) {
     return data;
 }
 
+/// Joins the node at the relay's end as n.
+QString stationAt(const QString& relay) {
+    return " LEFT JOIN CDB_NODEBAK n ON n.Node_Name=IF(" + relay + ".Side=1," + relay + ".I_Name," + relay + ".J_Name)";
+}
+
+/// \param relay  columns of setting, relay and place \param values  columns of the new values, then of the old ones
+QVector<CaseSettingRow> readRows(int rTypeNo, const QString& relay, const QStringList& values, const QString& from,
+                                 const QVariantList& bound = {}) {
+    const RelayTypeInfo type = readRelayTypes().value(rTypeNo);
+    QVector<CaseSettingRow> rows;
+    sql::Query query;
+    query.exec("SELECT " + relay + ",n.PS_Name," + values.join(',') + " FROM " + from, bound);
+    while (query.next()) {
+        CaseSettingRow row;
+        row.Cdz = query.text(0);
+        row.RNo = query.number(1);
+        row.label = locationLabel(type.RType, query.text(2), query.text(3), query.text(4), query.number(5));
+        row.station = query.text(6);
+        const SettingKind* setting = type.setting(row.Cdz);
+        row.DspCdz = setting ? setting->DspCdz : row.Cdz;
+        row.VType = setting ? setting->VType : 0;
+        for (int part = 0; part < kStages; ++part) {
+            row.newValue[size_t(part)] = query.raw(7 + part);
+            row.oldValue[size_t(part)] = query.raw(7 + kStages + part);
+        }
+        rows.append(row);
+    }
+    return rows;
+}
+
 QVector<int> relaysOf(const QVector<CaseSettingRow>& rows) {
     QVector<int> relays;
     for (const CaseSettingRow& row : rows)
@@ -129,50 +159,18 @@ bool CaseSettings::load(int caseNo, int rTypeNo, bool* missing) {
 }
 
 QVector<CaseSettingRow> CaseSettings::rows(int rTypeNo, bool primary) {
-    const RelayTypeInfo type = readRelayTypes().value(rTypeNo);
     const int from = primary ? 0 : kStages;
-    const QStringList columns = stageColumns("NDz").mid(from, kStages) + stageColumns("ODz").mid(from, kStages);
-    QVector<CaseSettingRow> rows;
-    sql::Query query;
-    query.exec("SELECT RNo,Cdz,ID_Name,I_Name,J_Name,Side," + columns.join(',') +
-               " FROM RLY_RLYOBJ_TEM ORDER BY TurnNo ASC,RNo ASC,DzNo ASC");
-    while (query.next()) {
-        CaseSettingRow row;
-        row.RNo = query.number(0);
-        row.Cdz = query.text(1);
-        row.label = locationLabel(type.RType, query.text(2), query.text(3), query.text(4), query.number(5));
-        const SettingKind* setting = type.setting(row.Cdz);
-        row.DspCdz = setting ? setting->DspCdz : row.Cdz;
-        for (int part = 0; part < kStages; ++part) {
-            row.newValue[size_t(part)] = query.raw(6 + part);
-            row.oldValue[size_t(part)] = query.raw(6 + kStages + part);
-        }
-        rows.append(row);
-    }
-    return rows;
+    const QStringList values = stageColumns("r.NDz").mid(from, kStages) + stageColumns("r.ODz").mid(from, kStages);
+    return readRows(rTypeNo, "r.Cdz,r.RNo,r.ID_Name,r.I_Name,r.J_Name,r.Side", values,
+                    "RLY_RLYOBJ_TEM r" + stationAt("r") + " ORDER BY r.TurnNo ASC,r.RNo ASC,r.DzNo ASC");
 }
 
 QVector<CaseSettingRow> CaseSettings::newRows(const QVector<int>& relays, int rTypeNo, bool primary) {
-    const RelayTypeInfo type = readRelayTypes().value(rTypeNo);
-    const QStringList columns = stageColumns("z.NRdz").mid(primary ? 0 : kStages, kStages);
-    QVector<CaseSettingRow> rows;
-    sql::Query query;
-    query.exec("SELECT u.RNo,z.Cdz,u.ID_Name,u.I_Name,u.J_Name,u.Side," + columns.join(',') +
-                   " FROM RLY_RUD u JOIN RLY_RDZ z ON z.RNo=u.RNo AND z.Cdz!='L' WHERE u.RTypeNo=? AND u.RNo IN (" +
-                   numberList(relays) + ") ORDER BY u.RNo,z.DzNo",
-               {rTypeNo});
-    while (query.next()) {
-        CaseSettingRow row;
-        row.RNo = query.number(0);
-        row.Cdz = query.text(1);
-        row.label = locationLabel(type.RType, query.text(2), query.text(3), query.text(4), query.number(5));
-        const SettingKind* setting = type.setting(row.Cdz);
-        row.DspCdz = setting ? setting->DspCdz : row.Cdz;
-        row.newValue.fill("0");
-        for (int part = 0; part < kStages; ++part) row.oldValue[size_t(part)] = query.raw(6 + part);
-        rows.append(row);
-    }
-    return rows;
+    const QStringList values = QStringList(kStages, "0") + stageColumns("z.NRdz").mid(primary ? 0 : kStages, kStages);
+    return readRows(rTypeNo, "z.Cdz,u.RNo,u.ID_Name,u.I_Name,u.J_Name,u.Side", values,
+                    "RLY_RUD u JOIN RLY_RDZ z ON z.RNo=u.RNo AND z.Cdz!='L'" + stationAt("u") +
+                        " WHERE u.RTypeNo=? AND u.RNo IN (" + numberList(relays) + ") ORDER BY u.RNo,z.DzNo",
+                    {rTypeNo});
 }
 
 bool CaseSettings::storeCase(int caseNo, int rTypeNo, const CaseForm& form) {

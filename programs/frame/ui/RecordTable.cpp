@@ -1,26 +1,20 @@
 #include "programs/frame/ui/RecordTable.h"
 
-#include <QApplication>
-#include <QHeaderView>
-#include <QKeyEvent>
-
 #include "platform/host/ui/TableHabits.h"
 #include "programs/frame/ui/RecordCell.h"
 #include "programs/frame/ui/TableEditorItem.h"
 
-RecordTable::RecordTable(QWidget* parent, const char* name) : QTableWidget(parent) { setUp(name); }
+RecordTable::RecordTable(QWidget* parent, const char* name) : TypingTable(parent) { setUp(name); }
 
 RecordTable::RecordTable(int rows, int columns, QWidget* parent, const char* name)
-    : QTableWidget(rows, columns, parent) {
+    : TypingTable(rows, columns, parent) {
     setUp(name);
 }
 
 void RecordTable::setUp(const char* name) {
     setObjectName(name ? name : "RecordTable");
     setItemDelegate(new RecordCell(this));
-    setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed | SelectedClicked);
-    setTabKeyNavigation(false);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    startTyping();
     new host::TableHabits(this);
 }
 
@@ -99,28 +93,6 @@ void RecordTable::selectRow(int row) {
     setCurrentCell(row, column);
     QTableWidget::selectRow(row);
     scrollTo(model()->index(row, column));
-}
-
-// A change of the current cell takes the text of an open editor; without another cell the loss of the focus does.
-void RecordTable::endEdit() {
-    if (state() != EditingState) return;
-    QWidget* editor = indexWidget(currentIndex()) ? indexWidget(currentIndex()) : QApplication::focusWidget();
-    if (!editor || editor == this || !isAncestorOf(editor)) return;
-    commitData(editor);
-    closeEditor(editor, QAbstractItemDelegate::NoHint);
-}
-
-void RecordTable::keyPressEvent(QKeyEvent* event) {
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!enter || event->modifiers() & ~Qt::KeypadModifier) return QTableWidget::keyPressEvent(event);
-    if (!currentIndex().isValid() || !edit(currentIndex(), EditKeyPressed, event)) event->ignore();
-}
-
-void RecordTable::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
-    const QModelIndex at = currentIndex();
-    QTableWidget::closeEditor(editor, hint);
-    if (hint == QAbstractItemDelegate::SubmitModelCache && at.isValid() && at.row() + 1 < rowCount())
-        setCurrentCell(at.row() + 1, at.column());
 }
 
 void RecordTable::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

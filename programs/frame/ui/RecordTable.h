@@ -3,9 +3,11 @@
 #include <QSet>
 #include <QTableWidget>
 
+#include "programs/frame/ui/TypingTable.h"
+
 /// The table of the module's windows: cells by row and column, cells with editors of their own, number columns, copying
-/// and remembered widths. Enter opens the editor of the current cell; in an editor it goes to the next row.
-class RecordTable : public QTableWidget {
+/// and remembered widths.
+class RecordTable : public TypingTable<QTableWidget> {
     Q_OBJECT
   public:
     explicit RecordTable(QWidget* parent = nullptr, const char* name = nullptr);
@@ -30,8 +32,6 @@ class RecordTable : public QTableWidget {
     void selectWholeRows();
     /// Makes the row the current one, shows it and selects it.
     void selectRow(int row);
-    /// Takes what stands in the editor that is open, if any.
-    void endEdit();
 
   signals:
     void currentChanged(int row, int column);
@@ -39,8 +39,6 @@ class RecordTable : public QTableWidget {
     void valueChanged(int row, int column);
 
   protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     /// How the delegate draws a cell; for marks.
     virtual void adjustStyle(QStyleOptionViewItem*, const QModelIndex&) const {}

@@ -1,5 +1,13 @@
 #include "programs/workflow/ui/SettingModel.h"
 
+#include <algorithm>
+
+#include "platform/host/ui/Icons.h"
+#include "platform/host/ui/TableExport.h"
+#include "programs/workflow/ResultTable.h"
+
+SettingModel::SettingModel(QObject* parent) : QAbstractTableModel(parent), warning_(host::icon("warning")) {}
+
 void SettingModel::setColumns(const SettingColumns& columns) {
     beginResetModel();
     columns_ = columns;
@@ -8,17 +16,63 @@ void SettingModel::setColumns(const SettingColumns& columns) {
 }
 
 void SettingModel::setRows(QVector<CaseSettingRow> rows) {
+    if (!rows.isEmpty() && std::equal(rows.begin(), rows.end(), rows_.cbegin(), rows_.cend(),
+                                      [](const auto& a, const auto& b) { return a.isSameSetting(b); }))
+        return takeValues(std::move(rows));
     beginResetModel();
     rows_ = std::move(rows);
     endResetModel();
 }
 
-void SettingModel::append(const QVector<CaseSettingRow>& rows) { setRows(rows_ + rows); }
+void SettingModel::takeValues(QVector<CaseSettingRow> rows) {
+    const auto differs = [&](qsizetype row) {
+        return rows[row].newValue != rows_[row].newValue || rows[row].oldValue != rows_[row].oldValue;
+    };
+    qsizetype first = 0, last = rows.size() - 1;
+    while (first <= last && !differs(first)) ++first;
+    while (last > first && !differs(last)) --last;
+    rows_ = std::move(rows);
+    if (first <= last) tellRows(int(first), int(last));
+}
+
+void SettingModel::tellRows(int first, int last) {
+    if (first <= last) emit dataChanged(index(first, FirstValue), index(last, columnCount() - 1));
+}
+
+void SettingModel::append(const QVector<CaseSettingRow>& rows) {
+    if (rows.isEmpty()) return;
+    beginInsertRows({}, rowCount(), rowCount() + int(rows.size()) - 1);
+    rows_ += rows;
+    endInsertRows();
+}
 
 void SettingModel::removeRelay(int rNo) {
-    QVector<CaseSettingRow> left = rows_;
-    left.removeIf([&](const CaseSettingRow& row) { return row.RNo == rNo; });
-    setRows(left);
+    for (int last = rowCount() - 1; last >= 0; --last) {
+        if (rows_[last].RNo != rNo) continue;
+        int first = last;
+        while (first > 0 && rows_[first - 1].RNo == rNo) --first;
+        beginRemoveRows({}, first, last);
+        rows_.remove(first, last - first + 1);
+        endRemoveRows();
+        last = first;
+    }
+}
+
+int SettingModel::find(int rNo, const QString& cdz) const {
+    const auto is = [&](const CaseSettingRow& row) { return row.RNo == rNo && row.Cdz == cdz; };
+    const auto it = std::find_if(rows_.begin(), rows_.end(), is);
+    return it == rows_.end() ? -1 : int(it - rows_.begin());
+}
+
+void SettingModel::setValue(int row, int part, const QString& text) {
+    if (row < 0 || row >= rowCount() || part < 1 || part > parts()) return;
+    rows_[row].newValue[size_t(part - 1)] = text;
+    tellRows(row, row);
+}
+
+void SettingModel::setWarningShare(double share) {
+    warningShare_ = share;
+    tellRows(0, rowCount() - 1);
 }
 
 int SettingModel::newColumn(int part) const {
@@ -39,13 +93,131 @@ int SettingModel::unitColumn() const { return relayColumn() + 2; }
 int SettingModel::changeColumn(int part) const { return columns_.changes ? unitColumn() + part : -1; }
 
 int SettingModel::partOf(int column) const {
-    const int part = column - FirstValue + 1;
-    return newColumn(1) >= 0 && part >= 1 && part <= columns_.parts ? part : 0;
+    const Content held = content(column);
+    return held.kind == Content::New ? held.part : 0;
 }
 
-int SettingModel::rowCount(const QModelIndex&) const { return int(rows_.size()); }
-int SettingModel::columnCount(const QModelIndex&) const {
-    return unitColumn() + 1 + (columns_.changes ? columns_.parts : 0);
+SettingModel::Content SettingModel::content(int column) const {
+    if (column <= Name) return {column == Name ? Content::Name : Content::Label};
+    if (column < relayColumn()) {
+        const int at = column - FirstValue;
+        const bool old = columns_.values == SettingColumns::Values::Old || at >= columns_.parts;
+        return {old ? Content::Old : Content::New, at % columns_.parts + 1};
+    }
+    if (column > unitColumn()) return {Content::Change, column - unitColumn()};
+    return {column == relayColumn() ? Content::Relay : column == cdzColumn() ? Content::Cdz : Content::Unit};
 }
-QVariant SettingModel::data(const QModelIndex&, int) const { return {}; }
-QVariant SettingModel::headerData(int, Qt::Orientation, int) const { return {}; }
+
+std::optional<SettingChange> SettingModel::change(int row, int part) const {
+    return settingChange(rows_[row].newValue[size_t(part - 1)], rows_[row].oldValue[size_t(part - 1)]);
+}
+
+bool SettingModel::isChanged(int row) const {
+    for (int part = 1; part <= parts(); ++part)
+        if (change(row, part)) return true;
+    return false;
+}
+
+int SettingModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : int(rows_.size()); }
+
+int SettingModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : unitColumn() + 1 + (columns_.changes ? columns_.parts : 0);
+}
+
+QString SettingModel::text(int row, Content content) const {
+    const CaseSettingRow& shown = rows_[row];
+    switch (content.kind) {
+        case Content::Label:
+            return row > 0 && rows_[row - 1].RNo == shown.RNo ? QString() : shown.label;
+        case Content::Name:
+            return shown.DspCdz;
+        case Content::New:
+            return shown.newValue[size_t(content.part - 1)];
+        case Content::Old:
+            return shown.oldValue[size_t(content.part - 1)];
+        case Content::Relay:
+            return QString::number(shown.RNo);
+        case Content::Cdz:
+            return shown.Cdz;
+        case Content::Unit:
+            return unitOf(shown.VType);
+        case Content::Change:
+            break;
+    }
+    const auto changed = change(row, content.part);
+    return changed ? changed->text() : QString();
+}
+
+QVariant SettingModel::exported(int row, Content content) const {
+    if (content.kind == Content::Label) return rows_[row].label;
+    const QString shown = text(row, content);
+    if (content.kind != Content::New && content.kind != Content::Old) return shown;
+    bool isNumber = false;
+    const double value = shown.toDouble(&isNumber);
+    return isNumber ? QVariant(value) : QVariant(shown);
+}
+
+bool SettingModel::warns(int row, Content content) const {
+    if (content.kind != (columns_.changes ? Content::Change : Content::New) || warningShare_ <= 0) return false;
+    const auto changed = change(row, content.part);
+    return changed && changed->exceeds(warningShare_);
+}
+
+QVariant SettingModel::data(const QModelIndex& index, int role) const {
+    const Content held = content(index.column());
+    switch (role) {
+        case Qt::DisplayRole:
+        case Qt::EditRole:
+            return text(index.row(), held);
+        case host::ExportRole:
+            return exported(index.row(), held);
+        case Qt::DecorationRole:
+            return warns(index.row(), held) ? QVariant(warning_) : QVariant();
+        case Qt::ToolTipRole:
+            if (warns(index.row(), held))
+                return tr("与原定值相差超过 %1%").arg(QString::number(warningShare_ * 100, 'g', 4));
+            return held.kind == Content::Label ? QVariant(rows_[index.row()].label) : QVariant();
+        default:
+            return {};
+    }
+}
+
+QVariant SettingModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return QAbstractTableModel::headerData(section, orientation, role);
+    static const char* const numerals[] = {QT_TR_NOOP("一"), QT_TR_NOOP("二"), QT_TR_NOOP("三"), QT_TR_NOOP("四"),
+                                           QT_TR_NOOP("五")};
+    const Content held = content(section);
+    const QString numeral = held.part >= 1 && held.part <= kStages ? tr(numerals[held.part - 1]) : QString();
+    const bool both = columns_.values == SettingColumns::Values::NewAndOld;
+    switch (held.kind) {
+        case Content::Label:
+            return tr("保护安装位置");
+        case Content::Name:
+            return tr("定值名称");
+        case Content::New:
+            return (both ? tr("%1段新定值") : tr("%1段定值")).arg(numeral);
+        case Content::Old:
+            return (both ? tr("%1段原定值") : tr("%1段定值")).arg(numeral);
+        case Content::Unit:
+            return tr("单位");
+        case Content::Change:
+            return tr("%1段变化").arg(numeral);
+        default:
+            return {};
+    }
+}
+
+Qt::ItemFlags SettingModel::flags(const QModelIndex& index) const {
+    const bool editable = columns_.editable && partOf(index.column()) > 0;
+    return QAbstractTableModel::flags(index).setFlag(Qt::ItemIsEditable, editable);
+}
+
+bool SettingModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    const int part = partOf(index.column());
+    if (role != Qt::EditRole || part == 0) return false;
+    if (value.toString() == text(index.row(), content(index.column()))) return true;
+    setValue(index.row(), part, value.toString());
+    emit typed(index.row(), index.column());
+    return true;
+}

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QIcon>
 
 #include "programs/workflow/CaseNode.h"
+#include "programs/workflow/SettingChange.h"
 
 /// What a table of settings shows.
 struct SettingColumns {
@@ -19,15 +21,30 @@ struct SettingColumns {
 class SettingModel : public QAbstractTableModel {
     Q_OBJECT
   public:
-    using QAbstractTableModel::QAbstractTableModel;
+    explicit SettingModel(QObject* parent = nullptr);
 
     enum Column { Label, Name, FirstValue };
+    /// What a column holds.
+    struct Content {
+        enum Kind { Label, Name, New, Old, Relay, Cdz, Unit, Change };
+        Kind kind = Label;
+        int part = 0;  ///< from 1, for values and changes
+        [[nodiscard]] bool isNumber() const { return part > 0; }
+    };
+
     /// Takes all rows out.
     void setColumns(const SettingColumns& columns);
+    /// The same settings in the same order only have their values taken over.
     void setRows(QVector<CaseSettingRow> rows);
     void append(const QVector<CaseSettingRow>& rows);
     void removeRelay(int rNo);
     [[nodiscard]] const QVector<CaseSettingRow>& rows() const { return rows_; }
+    /// Row of a setting of a relay; -1 when it is not there.
+    [[nodiscard]] int find(int rNo, const QString& cdz) const;
+    /// Puts a new value in; the user's own edits come by setData().
+    void setValue(int row, int part, const QString& text);
+    /// Share of the old value from which on a change carries a warning mark; 0: no marks.
+    void setWarningShare(double share);
 
     [[nodiscard]] int parts() const { return columns_.parts; }
     [[nodiscard]] int newColumn(int part) const;  ///< part from 1; -1 when they are not shown
@@ -38,13 +55,31 @@ class SettingModel : public QAbstractTableModel {
     [[nodiscard]] int changeColumn(int part) const;  ///< -1 when changes are not shown
     /// Part of a column with new values; 0 for any other column.
     [[nodiscard]] int partOf(int column) const;
+    [[nodiscard]] Content content(int column) const;
+    [[nodiscard]] std::optional<SettingChange> change(int row, int part) const;
+    /// Whether any part of the relay type changed.
+    [[nodiscard]] bool isChanged(int row) const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+  signals:
+    void typed(int row, int column);  ///< the user changed a new value
 
   private:
+    [[nodiscard]] QString text(int row, Content content) const;
+    [[nodiscard]] QVariant exported(int row, Content content) const;
+    /// The mark belongs into the change column, or into that of the value where changes are not shown.
+    [[nodiscard]] bool warns(int row, Content content) const;
+    void takeValues(QVector<CaseSettingRow> rows);
+    void tellRows(int first, int last);
+
     SettingColumns columns_;
     QVector<CaseSettingRow> rows_;
+    double warningShare_ = 0.2;
+    QIcon warning_;
 };

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+/// What a new value of a setting changes against the stored one.
+struct SettingChange {
+    double difference = 0;        ///< new minus old
+    std::optional<double> share;  ///< of the old value; none when that is 0
+
+    /// "+12.3 (+4.5%)", with as many digits as are of use; a word for a setting that had none.
+    [[nodiscard]] QString text() const;
+    /// Whether the value moved by more than a share of the old one. A new setting did not move.
+    [[nodiscard]] bool exceeds(double limit) const;
+};
+
+/// Nothing when the values are equal in the digits that are stored, or one of them is no number.
+std::optional<SettingChange> settingChange(const QString& newValue, const QString& oldValue);

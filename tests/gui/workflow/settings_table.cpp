@@ -1,0 +1,189 @@
+#include <gtest/gtest.h>
+
+#include <QClipboard>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "programs/workflow/ui/SettingTable.h"
+#include "tests/gui/Screenshot.h"
+#include "tests/gui/workflow/WorkflowWindows.h"
+
+namespace {
+
+CaseSettingRow setting(int rNo, const QString& cdz, int vType, const QString& now, const QString& before,
+                       const QString& station) {
+    CaseSettingRow row;
+    row.RNo = rNo;
+    row.Cdz = cdz;
+    row.DspCdz = vType == 4 ? "动作时间" : "整定电流";
+    row.label = QString("线路%1线 甲侧 ").arg(rNo);
+    row.station = station;
+    row.VType = vType;
+    row.newValue.fill("0");
+    row.oldValue.fill("0");
+    row.newValue[0] = now;
+    row.oldValue[0] = before;
+    return row;
+}
+
+/// Three relays at two stations, a current and a time each, with two parts.
+class Settings : public testing::Test {
+  protected:
+    void SetUp() override {
+        table.setColumns({.parts = 2, .editable = true});
+        table.setRows(rows());
+        table.resize(1100, 300);
+        table.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&table));
+    }
+    static QVector<CaseSettingRow> rows() {
+        return {setting(7, "Idz", 1, "1200", "1000", "青白站"), setting(7, "T", 4, "0.5", "0.5", "青白站"),
+                setting(3, "Idz", 1, "300", "0", "龙泉站"),     setting(3, "T", 4, "0.8", "0.5", "龙泉站"),
+                setting(9, "Idz", 1, "1300", "1000", "青白站"), setting(9, "T", 4, "1", "1", "青白站")};
+    }
+    [[nodiscard]] QString shown(int row, int column) const {
+        return table.model()->index(row, column).data().toString();
+    }
+    /// A column as it stands, "|" between rows.
+    [[nodiscard]] std::string shownColumn(int column) const {
+        QStringList texts;
+        for (int row = 0; row < table.model()->rowCount(); ++row) texts << shown(row, column);
+        return texts.join('|').toStdString();
+    }
+    void clickHead(int column) {
+        QHeaderView* header = table.horizontalHeader();
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                          {header->sectionViewportPosition(column) + 15, header->height() / 2});
+    }
+    /// Types into a cell, given in rows of the model; Enter ends the edit.
+    void type(int row, int column, const QString& text) {
+        table.setCurrentCell(row, column);
+        QTest::keyClick(&table, Qt::Key_Return);
+        auto* editor = table.viewport()->findChild<QLineEdit*>();
+        ASSERT_TRUE(editor);
+        editor->selectAll();
+        for (const QChar character : text) QTest::sendKeyEvent(QTest::Click, editor, Qt::Key_unknown, character, {});
+        QTest::keyClick(editor, Qt::Key_Return);
+        QTest::qWait(1);
+    }
+    SettingTable table{nullptr, "table_Settings"};
+};
+
+}  // namespace
+
+TEST_F(Settings, SortingByAHeadKeepsRelaysReadableAndTheThirdClickGivesTheOrderOfCalculation) {
+    EXPECT_EQ(shownColumn(0), "线路7线 甲侧 ||线路3线 甲侧 ||线路9线 甲侧 |");
+    clickHead(2);
+    EXPECT_EQ(shownColumn(2), "0.5|0.8|1|300|1200|1300") << "as numbers";
+    EXPECT_EQ(shownColumn(0), "线路7线 甲侧 |线路3线 甲侧 |线路9线 甲侧 |线路3线 甲侧 |线路7线 甲侧 |线路9线 甲侧 ");
+    clickHead(2);
+    EXPECT_EQ(shownColumn(2), "1300|1200|300|1|0.8|0.5");
+    EXPECT_EQ(table.rows()[0].newValue[0], "1200") << "what is stored keeps its order";
+    EXPECT_EQ(table.text(0, 2), "1200") << "rows are those of the model";
+    clickHead(2);
+    EXPECT_EQ(shownColumn(2), "1200|0.5|300|0.8|1300|1");
+    clickHead(0);
+    EXPECT_EQ(shownColumn(2), "300|0.8|1200|0.5|1300|1") << "settings of a relay stay together";
+}
+
+TEST_F(Settings, FiltersByStationAndByChangeHideRowsOnly) {
+    EXPECT_THAT(table.stations(), testing::UnorderedElementsAre("青白站", "龙泉站"));
+    table.setOnlyChanged(true);
+    EXPECT_EQ(shownColumn(2), "1200|300|0.8|1300");
+    table.setStation("青白站");
+    EXPECT_EQ(shownColumn(2), "1200|1300");
+    EXPECT_EQ(table.rows().size(), 6);
+    EXPECT_EQ(table.find(9, "T"), 5);
+    QSignalSpy current(&table, qOverload<int, int>(&SettingTable::currentChanged));
+    table.setCurrentCell(4, 2);
+    EXPECT_EQ(table.row(), 4);
+    EXPECT_EQ(table.currentRelay(), 9);
+    ASSERT_EQ(current.size(), 1);
+    EXPECT_EQ(current[0][0].toInt(), 4);
+    table.setCurrentCell(2, 2);
+    EXPECT_EQ(table.row(), 4) << "a row that does not show cannot become the current one";
+    table.setStation("无此站");
+    EXPECT_EQ(table.row(), -1);
+    EXPECT_EQ(table.currentRelay(), -1);
+}
+
+TEST_F(Settings, ChangesAreToldInFiguresOfUse) {
+    table.setWarningShare(0.2);
+    const int change = table.settings().changeColumn(1);
+    EXPECT_EQ(shownColumn(change), "+200 (+20%)||新|+0.3 (+60%)|+300 (+30%)|");
+    const auto marked = [&](int row) { return !table.model()->index(row, change).data(Qt::DecorationRole).isNull(); };
+    EXPECT_FALSE(marked(0)) << "the share itself is no excess";
+    EXPECT_FALSE(marked(2)) << "a new setting";
+    EXPECT_TRUE(marked(3) && marked(4));
+    table.setWarningShare(0.5);
+    EXPECT_TRUE(marked(3) && !marked(4));
+    clickHead(change);
+    EXPECT_EQ(shownColumn(change), "||+200 (+20%)|+300 (+30%)|+0.3 (+60%)|新");
+    const auto text = [](const char* now, const char* before) {
+        const auto found = settingChange(now, before);
+        return found ? found->text().toStdString() : "-";
+    };
+    EXPECT_EQ(text("0.80", "0.8"), "-");
+    EXPECT_EQ(text("0.8000004", "0.8"), "-") << "below the last digit stored";
+    EXPECT_EQ(text("12.5x", "1"), "-");
+    EXPECT_EQ(text("0", "123.456789"), "-123.5 (-100%)");
+    EXPECT_EQ(text("123.46", "123.456789"), "+0.003211 (+0.0026%)");
+    EXPECT_EQ(text("1234567", "1"), "+1234566 (+123456600%)");
+    EXPECT_EQ(text("5", "-10"), "+15 (+150%)");
+}
+
+TEST_F(Settings, TypedValuesReachTheirRowAndMoveNothing) {
+    clickHead(2);
+    table.setOnlyChanged(true);
+    QSignalSpy changed(&table, &SettingTable::valueChanged);
+    type(3, 2, "０．5");  // equal to the stored value from now on
+    EXPECT_EQ(table.rows()[3].newValue[0], "0.5");
+    ASSERT_EQ(changed.size(), 1);
+    EXPECT_EQ(changed[0][0].toInt() * 10 + changed[0][1].toInt(), 32);
+    EXPECT_EQ(shownColumn(2), "0.5|300|1200|1300") << "the row stays where it is while the user works on it";
+    EXPECT_EQ(table.row(), 2) << "Enter goes to the row below as shown";
+    table.setOnlyChanged(true);
+    EXPECT_EQ(shownColumn(2), "300|1200|1300");
+    table.setValue(0, 1, "1250");
+    EXPECT_EQ(changed.size(), 1) << "the program's own changes are not told";
+    EXPECT_FALSE(table.model()->index(0, 4).flags() & Qt::ItemIsEditable) << "stored values";
+    EXPECT_FALSE(table.model()->index(0, 0).flags() & Qt::ItemIsEditable);
+}
+
+TEST_F(Settings, RefreshedValuesKeepSelectionAndRelaysComeAndGo) {
+    table.setCurrentCell(3, 2);
+    QVector<CaseSettingRow> fresh = rows();
+    fresh[0].newValue[0] = "1600";
+    table.setRows(fresh);
+    EXPECT_EQ(table.row(), 3);
+    EXPECT_EQ(shown(0, 2), "1600");
+    table.settings().append({setting(11, "Idz", 1, "5", "5", "新站")});
+    table.settings().removeRelay(7);
+    EXPECT_EQ(shownColumn(2), "300|0.8|1300|1|5");
+    EXPECT_EQ(table.row(), 1);
+    table.setRows(table.rows().mid(0, 2));
+    EXPECT_EQ(shownColumn(2), "300|0.8");
+}
+
+TEST_F(Settings, ColumnsStandAsTheWindowsWantThem) {
+    const QHeaderView* header = table.horizontalHeader();
+    QStringList heads;
+    for (int at = 0; at < header->count(); ++at)
+        if (const int column = header->logicalIndex(at); !header->isSectionHidden(column))
+            heads << table.model()->headerData(column, Qt::Horizontal).toString();
+    EXPECT_EQ(heads.join('|').toStdString(),
+              "保护安装位置|定值名称|单位|一段新定值|二段新定值|一段原定值|二段原定值|一段变化|二段变化");
+    EXPECT_TRUE(table.isColumnHidden(6) && table.isColumnHidden(7));
+    EXPECT_EQ(table.text(2, 6), "3");
+    EXPECT_EQ(table.text(2, 7), "Idz");
+    EXPECT_EQ(table.text(0, table.settings().unitColumn()), "A");
+    table.setColumns({.parts = 3, .values = SettingColumns::Values::Old, .changes = false});
+    EXPECT_EQ(table.model()->headerData(2, Qt::Horizontal), "一段定值");
+    EXPECT_TRUE(table.isColumnHidden(5) && table.isColumnHidden(6) && !table.isColumnHidden(7));
+    EXPECT_EQ(header->visualIndex(table.settings().unitColumn()), 2);
+    EXPECT_EQ(table.settings().newColumn(1), -1);
+    EXPECT_GE(table.columnWidth(0), 100);
+    EXPECT_GE(table.columnWidth(2), 80);
+}
