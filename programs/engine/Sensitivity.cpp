@@ -1,6 +1,6 @@
 #include "programs/engine/Sensitivity.h"
 
-#include <cmath>
+#include <optional>
 
 #include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
@@ -11,14 +11,7 @@
 
 namespace {
 
-constexpr double kNone = -1.0;
 constexpr int kSensitivityCase = 0;
-
-int klmFlagOf(const RuleData& rules, int rTypeNo, int pno, const QString& cdz) {
-    for (const SensitivityCheck& check : rules.sensitivityChecks(rTypeNo))
-        if (check.pno == pno && check.cdz == cdz) return check.klmFlg;
-    return 0;
-}
 
 void tellUnusable() {
     const int count =
@@ -27,31 +20,58 @@ void tellUnusable() {
         ReportError(Text::tr("参量类型错误或数值小于等于零（") + QString::number(count) + Text::tr("项）"), 1);
 }
 
+/// What a check stands on.
+struct CheckRow {
+    double parameter1, parameter2;
+    int flg, klmFlg;
+};
+
+std::optional<CheckRow> checkRow(int rTypeNo, int rno, int pno, const QString& cdz) {
+    sql::Query q;
+    q.exec("SELECT RFault1,RFault2,Flg FROM RLY_RKLMTEM_TEM WHERE RNo=? AND PNo=? AND CDz=?", {rno, pno, cdz});
+    if (!q.next()) return std::nullopt;
+    sql::Query k(tables::ruleConnection);
+    k.exec("SELECT KlmFlg FROM USEFKLM WHERE RTypeNo=? AND PNo=? AND CDz=?", {rTypeNo, pno, cdz});
+    return CheckRow{q.real(0), q.real(1), q.number(2), k.next() ? k.number(0) : 0};
+}
+
 }  // namespace
 
+int klmFlgOf(const RuleData& rules, int rTypeNo, int pno, const QString& cdz) {
+    for (const SensitivityCheck& check : rules.sensitivityChecks(rTypeNo))
+        if (check.pno == pno && check.cdz == cdz) return check.klmFlg;
+    return 0;
+}
+
 double sensitivityParameter(double parameter1, double parameter2, int flg) {
-    return flg == 11 || flg == 12 ? parameter1 : parameter2;
+    return firstParameterInUse(flg) ? parameter1 : parameter2;
+}
+
+double quietSensitivity(double parameter1, double parameter2, int flg, int klmFlg, double setting) {
+    const double parameter = sensitivityParameter(parameter1, parameter2, flg);
+    if (klmFlg == 2) return parameter != 0 ? setting / parameter : kNoSensitivity;
+    if (klmFlg == 1) return setting != 0 ? parameter / setting : kSettingIsZero;
+    return kNoSensitivity;
 }
 
 double sensitivityOf(double parameter1, double parameter2, int flg, int klmFlg, double setting) {
-    const double parameter = sensitivityParameter(parameter1, parameter2, flg);
-    if (klmFlg == 2) {
-        if (parameter != 0) return setting / parameter;
+    if (klmFlg == 2 && sensitivityParameter(parameter1, parameter2, flg) == 0)
         ReportError(Text::tr("参量值不能为0，请重新计算灵敏度校验用参量值，灵敏度＝定值/参量值"), 1);
-    } else if (klmFlg == 1) {
-        if (setting != 0) return parameter / setting;
+    else if (klmFlg == 1 && setting == 0)
         ReportError(Text::tr("定值不能为0，请重新计算定值，灵敏度＝参量值/定值"), 1);
-    }
-    return kNone;
+    else
+        return quietSensitivity(parameter1, parameter2, flg, klmFlg, setting);
+    return kNoSensitivity;
 }
 
 double CalSensitivity(int rTypeNo, int rno, int pno, const QString& cdz, double value) {
-    sql::Query q;
-    q.exec("SELECT RFault1,RFault2,Flg FROM RLY_RKLMTEM_TEM WHERE RNo=? AND PNo=? AND CDz=?", {rno, pno, cdz});
-    if (!q.next()) return kNone;
-    sql::Query k(tables::ruleConnection);
-    k.exec("SELECT KlmFlg FROM USEFKLM WHERE RTypeNo=? AND PNo=? AND CDz=?", {rTypeNo, pno, cdz});
-    return sensitivityOf(q.real(0), q.real(1), q.number(2), k.next() ? k.number(0) : 0, value);
+    const auto row = checkRow(rTypeNo, rno, pno, cdz);
+    return row ? sensitivityOf(row->parameter1, row->parameter2, row->flg, row->klmFlg, value) : kNoSensitivity;
+}
+
+double quietSensitivity(int rTypeNo, int rno, int pno, const QString& cdz, double value) {
+    const auto row = checkRow(rTypeNo, rno, pno, cdz);
+    return row ? quietSensitivity(row->parameter1, row->parameter2, row->flg, row->klmFlg, value) : kNoSensitivity;
 }
 
 bool updateSensitivities(int rTypeNo, const RuleData& rules) {
@@ -63,8 +83,8 @@ bool updateSensitivities(int rTypeNo, const RuleData& rules) {
     while (q.next()) {
         const int pno = q.number(1);
         if (pno < 1 || pno > 5) continue;
-        const double s = sensitivityOf(q.real(3), q.real(4), q.number(5), klmFlagOf(rules, rTypeNo, pno, q.text(2)),
-                                       q.real(5 + pno));
+        const double s =
+            sensitivityOf(q.real(3), q.real(4), q.number(5), klmFlgOf(rules, rTypeNo, pno, q.text(2)), q.real(5 + pno));
         if (s >= 0) rows.push_back({q.number(0), QString::number(s, 'g', 6)});
     }
     return updateByKey("RLY_RKLMTEM_TEM", {"ID", "Valsense"}, rows);

@@ -1,8 +1,57 @@
 #include "programs/reports/CBookWriter.h"
 
-CBookWriter::CBookWriter(int caseNo, int rTypeNo, const QString& typeText, const QString& caseName)
-    : caseNo_(caseNo), rTypeNo_(rTypeNo), typeText_(typeText), caseName_(caseName) {}
+#include <QFile>
+#include <algorithm>
 
-bool CBookWriter::WriteSettingBook(const QString&) { return caseNo_ < 0 && rTypeNo_ < 0; }
-bool CBookWriter::WriteKlmBook(const QString&) { return false; }
-double CBookWriter::CalKlmForBook(int, int, int, const QString&, double) { return -1.0; }
+#include "platform/host/Text.h"
+#include "platform/sql/Sql.h"
+#include "programs/engine/Sensitivity.h"
+#include "programs/frame/Messages.h"
+#include "programs/reports/BookText.h"
+
+namespace {
+
+/// The text in GBK, with "?" for each character that it does not have.
+QByteArray gbkBytes(const QString& text) {
+    if (sql::fitsGbk(text)) return sql::toGbk(text);
+    QString fitting, strange;
+    for (const uint code : text.toUcs4()) {
+        const QString character = QString::fromUcs4(reinterpret_cast<const char32_t*>(&code), 1);
+        const bool fits = sql::fitsGbk(character);
+        fitting += fits ? character : QString("?");
+        if (!fits && !strange.contains(character)) strange += character;
+    }
+    ReportError(Text::tr("计算书中有GBK字符集以外的字符，写成“?”: ") + strange, 1);
+    return sql::toGbk(fitting);
+}
+
+bool fail() {
+    ReportError(Text::tr("生成计算书失败"), 0);
+    return false;
+}
+
+}  // namespace
+
+CBookWriter::CBookWriter(int caseNo, int rTypeNo, const QString& typeText, const QString& caseName,
+                         std::function<QDateTime()> clock)
+    : request_{caseNo, rTypeNo, typeText, caseName}, clock_(std::move(clock)) {}
+
+bool CBookWriter::WriteSettingBook(const QString& workDir) { return write(workDir, false); }
+bool CBookWriter::WriteKlmBook(const QString& workDir) { return write(workDir, true); }
+
+bool CBookWriter::write(const QString& workDir, bool sensitivity) {
+    QFile file(workDir + "CalRef.ROT");
+    file.remove();
+    if (!file.open(QIODevice::ReadWrite)) return fail();
+    request_.sensitivity = sensitivity;
+    if (const auto book = readBookContent(request_)) {
+        const QByteArray bytes = gbkBytes(bookText(*book, clock_()));
+        if (file.write(bytes) == bytes.size() && file.flush()) return true;
+    }
+    file.remove();
+    return fail();
+}
+
+double CBookWriter::CalKlmForBook(int rTypeNo, int rNo, int pNo, const QString& cdz, double value) {
+    return quietSensitivity(rTypeNo, rNo, pNo, cdz, value);
+}

@@ -1,16 +1,22 @@
 #pragma once
 
-#include <QString>
+#include <QDateTime>
+#include <functional>
+
+#include "programs/reports/BookRequest.h"
 
 /// Writes the calculation books of a case: how each setting, or each sensitivity parameter, came about.
 class CBookWriter {
   public:
     /// \param typeText  relay type as the user knows it
     /// \param caseName  name of the case, or what stands in its place
-    CBookWriter(int caseNo, int rTypeNo, const QString& typeText, const QString& caseName);
+    /// \param clock     date and time of the book
+    CBookWriter(int caseNo, int rTypeNo, const QString& typeText, const QString& caseName,
+                std::function<QDateTime()> clock = &QDateTime::currentDateTime);
 
-    /// Writes "CalRef.ROT" in the working directory (ending in a slash), GBK, lines ended by CR LF.
-    /// \return false with a message when the file cannot be written
+    /// Writes "CalRef.ROT" in the working directory (ending in a slash), GBK, lines ended by CR LF. A character that
+    /// GBK does not have becomes "?" and is told.
+    /// \return false with a message when the file cannot be written; no part of a book is left then
     bool WriteSettingBook(const QString& workDir);
     bool WriteKlmBook(const QString& workDir);
 
@@ -19,6 +25,8 @@ class CBookWriter {
     static double CalKlmForBook(int rTypeNo, int rNo, int pNo, const QString& cdz, double value);
 
   private:
-    int caseNo_, rTypeNo_;
-    QString typeText_, caseName_;
+    bool write(const QString& workDir, bool sensitivity);
+
+    BookRequest request_;
+    std::function<QDateTime()> clock_;
 };

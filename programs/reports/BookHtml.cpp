@@ -1,0 +1,3 @@
+#include "programs/reports/BookHtml.h"
+
+bool exportBookHtml(const BookRequest&, const QString&) { return false; }
