@@ -1068,6 +1068,30 @@
         <translation>the relay sees no current in the faults given</translation>
     </message>
     <message>
+        <source>计算程序没有正常结束</source>
+        <translation>the calculating program did not end well</translation>
+    </message>
+    <message>
+        <source>计算程序不能启动</source>
+        <translation>the calculating program did not start</translation>
+    </message>
+    <message>
+        <source>没有结果的整定原则不能保存</source>
+        <translation>The rules without a result cannot be stored</translation>
+    </message>
+    <message>
+        <source>正在计算，不能修改定值</source>
+        <translation>A calculation is under way, settings cannot be changed</translation>
+    </message>
+    <message>
+        <source>本次计算中没有这条整定原则</source>
+        <translation>The calculation does not have this rule</translation>
+    </message>
+    <message>
+        <source>重新计算没有完成，仍是原来的结果: </source>
+        <translation>Not calculated again, the results are those of before: </translation>
+    </message>
+    <message>
         <source>没有分支系数</source>
         <translation>there is no branch coefficient</translation>
     </message>

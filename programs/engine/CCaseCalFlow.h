@@ -29,7 +29,11 @@ class CCaseCalFlow {
     /// Reads the results of the engine run that has ended: 1 settings, faults and variables, 2 branch coefficients,
     /// any other value all four. To be called only when the process ended with Outcome::Done; else the files are those
     /// of an earlier run.
-    void ReadResults(int what);
+    /// \return false when 1 or all were asked for and the program left no settings
+    bool ReadResults(int what);
+    /// To be called after the tables have gone back to where they were before an engine run: what is kept of them is
+    /// forgotten, and the branch coefficients are those of the run before.
+    void forgetStep();
 
   private:
     std::unique_ptr<CNetDataCal> netData_;

@@ -21,6 +21,13 @@ bool CStepCalFlow::standsOnSamePart() const {
     return rowCursor.isValid() && rowCursor.row().rno == rno_ && rowCursor.row().pno == pno_;
 }
 
+void CStepCalFlow::startOver() {
+    rno_ = pno_ = 0;
+    prTypeNo_ = -1;
+    rulesInHand_.clear();
+    work::remove(workDir(), exchange::file::kCoefficients);
+}
+
 bool CStepCalFlow::Step() {
     if (!rowCursor.isValid()) return false;
     const SettingRow row = rowCursor.row();
@@ -29,8 +36,10 @@ bool CStepCalFlow::Step() {
     rno_ = row.rno;
     pno_ = row.pno;
     prTypeNo_ = prTypeNo;
+    rulesInHand_.clear();
     relayFault().WriteRelayFile(prTypeNo_, rno_);
     do {
+        rulesInHand_.append(rowCursor.row().ruleNo);
         relayFault().ExpandFaults(&rowCursor);
         passRule();
     } while (hasRow && standsOnSamePart() && prTypeOf(rowCursor.row().ruleNo) == prTypeNo_);
@@ -53,8 +62,13 @@ bool CStepCalFlow::RecalculateRule(const RowCursor* cursor) {
     for (const char* table : {"RLY_FAULTINF", "RLY_RRVIN", "RLY_CRUDRM"})
         sql::Query().exec(QString("DELETE FROM ") + table + " WHERE RNo=? AND PNo=? AND RuleNo=? AND Case_No=?",
                           {row.rno, row.pno, row.ruleNo, caseNo()});
+    // A rule that has no result now must not show the one it had.
+    sql::Query().exec("UPDATE RLY_RDZTEM SET Rdz=0 WHERE RNo=? AND PNo=? AND RuleNo=? AND Case_No=?",
+                      {row.rno, row.pno, row.ruleNo, caseNo()});
     reloadRules();
     relayFault().forgetRun();
+    relayFault().setFirstWrite(0);  // the change that led here stands in the working settings
+    rulesInHand_ = {row.ruleNo};
     prTypeNo_ = prTypeOf(row.ruleNo);
     relayFault().WriteRelayFile(prTypeNo_, row.rno);
     relayFault().ExpandFaults(cursor);

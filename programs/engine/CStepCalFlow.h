@@ -13,6 +13,9 @@ class CStepCalFlow : public CCaseCalFlow {
     /// starts HALDERN.EXE. \pre the cursor stands on a row
     /// \return false when the engine cannot be started; processExited() comes all the same
     bool Step();
+    /// Forgets where an earlier run had got to, its branch coefficients included: their numbers are those of its main
+    /// branches.
+    void startOver();
 
     /// Engine run for the one rule on which the cursor stands, after a change of a parameter or of a coordinated
     /// setting. Forgets the rule's earlier results first. One at a time: the next only after processExited().
@@ -23,6 +26,8 @@ class CStepCalFlow : public CCaseCalFlow {
     [[nodiscard]] int currentPRTypeNo() const { return prTypeNo_; }
     /// The cursor stands on a further row of the relay part in hand.
     [[nodiscard]] bool standsOnSamePart() const;
+    /// The rules of the relay part that the engine was given last.
+    [[nodiscard]] const QVector<int>& rulesInHand() const { return rulesInHand_; }
 
     RowCursor rowCursor;  ///< positioned by prepareRun()
     bool hasRow = true;   ///< what the last move of the cursor gave
@@ -36,4 +41,5 @@ class CStepCalFlow : public CCaseCalFlow {
     int rno_ = 0;
     int pno_ = 0;
     int prTypeNo_ = -1;
+    QVector<int> rulesInHand_;
 };

@@ -53,6 +53,8 @@ bool prepare(CCaseCalFlow& flow, RowCursor& cursor, int mode) {
 }  // namespace
 
 bool prepareRun(int run, CStepCalFlow& flow) {
+    flow.startOver();
+    flow.relayFault().setFirstWrite(1);
     flow.hasRow = prepare(flow, flow.rowCursor, run == 2 ? 3 : 1);
     if (run != 2 || !flow.hasRow) return flow.hasRow;
     flow.relayFault().setFirstWrite(0);  // the stored settings of relays of the case are those of earlier runs

@@ -38,7 +38,8 @@ void tellMissing(const sql::Query& relay) {
 }  // namespace
 
 bool CRelayInputCal::BuildSensitivityRows() {
-    if (!sql::Query().exec("TRUNCATE TABLE RLY_RKLMTEM_TEM")) return false;
+    sql::Transaction whole;
+    if (!sql::Query().exec("DELETE FROM RLY_RKLMTEM_TEM")) return false;
     const auto stored = storedParameters();
     const auto& checks = rules().sensitivityChecks(rTypeNo_);
     QVector<QVariantList> rows;
@@ -47,6 +48,7 @@ bool CRelayInputCal::BuildSensitivityRows() {
     while (relay.next()) {
         if (checks.empty()) {
             ReportError(Text::tr("没有与该保护类型对应的灵敏度参量信息"), 1);
+            whole.commit();
             return false;
         }
         const auto found = stored.constFind(locationKey(relay.text(1), relay.text(2), relay.text(3), relay.number(4)));
@@ -58,7 +60,7 @@ bool CRelayInputCal::BuildSensitivityRows() {
                             parameters.value(check.dRuleNo), noteOf(rules(), check.dRuleNo), check.dRuleNo,
                             flagOf(check.ruleNo)});
     }
-    if (sql::insertRows({}, "RLY_RKLMTEM_TEM", kColumns, rows)) return true;
+    if (sql::insertRows({}, "RLY_RKLMTEM_TEM", kColumns, rows) && whole.commit()) return true;
     ReportError(Text::tr("生成灵敏度中间结果表失败"), 0);
     return false;
 }

@@ -27,6 +27,8 @@ constexpr KnownReason kReasons[] = {
     {"no branch coefficient for that main branch", QT_TRANSLATE_NOOP("Text", "没有分支系数")},
     {"the network does not have its element", QT_TRANSLATE_NOOP("Text", "保护所在元件不在网络中")},
     {"RELAY.R1 does not have the relay", QT_TRANSLATE_NOOP("Text", "保护没有参加计算")},
+    {"the program did not end well", QT_TRANSLATE_NOOP("Text", "计算程序没有正常结束")},
+    {"the program did not start", QT_TRANSLATE_NOOP("Text", "计算程序不能启动")},
     {"is too large for a setting", QT_TRANSLATE_NOOP("Text", "结果超出定值的范围")},
 };
 /// The general reason, told only where no other is known.

@@ -18,6 +18,10 @@ struct RuleWithoutResult {
 /// lie in the working directory.
 namespace RulesWithoutResult {
 
+/// Reasons that no engine gives: it ended badly, or did not start.
+inline const QString badEnd = QStringLiteral("the program did not end well");
+inline const QString noStart = QStringLiteral("the program did not start");
+
 /// A line of the engine; nothing when it tells something else.
 std::optional<RuleWithoutResult> read(const QString& line);
 /// The reason in Chinese; one that is not known stands in brackets as it came.

@@ -1,6 +1,7 @@
 #include "programs/workflow/RunSession.h"
 
 #include <QFile>
+#include <algorithm>
 
 #include "platform/host/Text.h"
 #include "platform/host/WinDockFeedback.h"
@@ -35,10 +36,12 @@ RunSession::RunSession(const CaseNode& node, const CalculationPlaces& places)
 RunSession::~RunSession() = default;
 
 bool RunSession::takeLine(const QString& line) {
+    step_.signOfLife();
     emit message(line);
     const auto rule = RulesWithoutResult::read(line);
     if (!rule) return false;
     withoutResult_.append(*rule);
+    if (recalcPending_ && toStore_) toStore_->append(*rule);
     WinDockFeedback::ShowMessage(wording_(*rule).toUtf8().constData(), "", "", "", WinDockFeedback::Information);
     return true;
 }
@@ -47,7 +50,13 @@ QList<EngineProcess*> RunSession::processes() const {
     return {&hand_->caseCal().engineProcess(), &auto_->caseCal().engineProcess(), &klm_->caseCal().engineProcess()};
 }
 
+bool RunSession::engineRuns() const {
+    const auto all = processes();
+    return std::any_of(all.begin(), all.end(), [](const EngineProcess* process) { return process->isRunning(); });
+}
+
 bool RunSession::open() {
+    changed_ = false;
     for (const char* name : {"RELAY.RP1", "RELAY.RP2", "RELAY.RP3", "RELAY.RP4", "RELAY.RP5"})
         QFile::remove(places_.workDir + name);
     return shadows_.open();
@@ -65,78 +74,87 @@ bool RunSession::lostStatements() const {
 }
 
 bool RunSession::start(Run run) {
+    if (state_ != State::Idle || engineRuns()) return false;
     lossesBefore_ = sql::losses();
-    for (const EngineProcess* process : processes())
-        if (process->isRunning()) return false;
-    if (state_ != State::Idle || !PrepareRun(run)) return false;
-    abortFlag_ = false;
+    step_.begin({});
+    const bool prepared = PrepareRun(run) && (run == Sensitivity || step_.keep());
+    if (!prepared) {
+        step_.takeBack();
+        return false;
+    }
+    changed_ = true;
+    abortFlag_ = partFailed_ = false;
     failedSteps_ = 0;
     withoutResult_.clear();
     run_ = run;
     state_ = State::Busy;
-    if (run == Sensitivity) {
+    manualRunning_ = run == Manual;
+    if (run != Sensitivity)
+        startStep(run == Manual ? static_cast<CStepCalFlow&>(*hand_) : *auto_);
+    else
         klm_->Run();
-    } else if (run == Manual) {
-        manualRunning_ = true;
-        stepOrEnd(*hand_);
-    } else {
-        stepOrEnd(*auto_);
-    }
     return true;
 }
 
-bool RunSession::stepOrEnd(CStepCalFlow& flow) {
+void RunSession::startStep(CStepCalFlow& flow) {
+    const SettingRow row = flow.rowCursor.row();
+    if (row.rno != flow.currentRNo() || row.pno != flow.currentPNo()) partFailed_ = false;
     if (&flow == hand_.get()) {
-        hand_->shownRNo = flow.rowCursor.row().rno;
-        hand_->shownPNo = flow.rowCursor.row().pno;
+        hand_->shownRNo = row.rno;
+        hand_->shownPNo = row.pno;
     }
     state_ = State::Busy;
+    step_.begin({row.rno, row.pno, row.ruleNo});
     emit progress(flow.rowCursor.at(), flow.rowCursor.size());
-    const auto row = flow.rowCursor.row();
     emit stepStarted(row.rno, row.pno, row.ruleNo);
-    return flow.Step();
+    flow.Step();
 }
 
-bool RunSession::takeResults(CStepCalFlow& flow) {
+bool RunSession::endedWell(CCaseCalFlow& flow) const {
+    return !abortFlag_ && flow.caseCal().engineProcess().outcome() == EngineProcess::Outcome::Done;
+}
+
+bool RunSession::settle(CCaseCalFlow& flow, bool good) {
     using Outcome = EngineProcess::Outcome;
+    if (good && step_.keep()) return !lostStatements();
+    step_.takeBack();
+    flow.forgetStep();
+    partFailed_ = true;
+    if (!recalcPending_) ++failedSteps_;
     const Outcome outcome = flow.caseCal().engineProcess().outcome();
-    if (outcome == Outcome::Done) flow.ReadResults(1);
-    if (outcome != Outcome::Done) ++failedSteps_;
-    return outcome != Outcome::Aborted && outcome != Outcome::NotStarted && !abortFlag_ && !lostStatements();
+    if (abortFlag_ || outcome == Outcome::Aborted || lostStatements()) return false;
+    if (const auto* steps = dynamic_cast<CStepCalFlow*>(&flow); steps && !recalcPending_)
+        tellFailure(steps->rulesInHand(), outcome != Outcome::NotStarted);
+    return outcome != Outcome::NotStarted;
+}
+
+void RunSession::tellFailure(const QVector<int>& rules, bool started) {
+    const QString reason = started ? RulesWithoutResult::badEnd : RulesWithoutResult::noStart;
+    for (const int rule : rules) {
+        withoutResult_.append({step_.inHand().RNo, step_.inHand().PNo, rule, reason});
+        ReportError(wording_(withoutResult_.last()), 1);
+    }
 }
 
 void RunSession::AutoCalSlot() {
     CAutoCalFlow& flow = *auto_;
-    if (!takeResults(flow)) return end(false);
-    if (flow.hasRow && flow.standsOnSamePart()) {
-        stepOrEnd(flow);
-        return;
-    }
-    flow.StoreCurrentSettings(flow.currentRNo(), flow.currentPNo());
-    if (flow.hasRow) {
-        stepOrEnd(flow);
-        return;
-    }
-    if (flow.caseCal().engineProcess().outcome() == EngineProcess::Outcome::Done) flow.ReadResults(2);
+    const bool partEnds = !flow.hasRow || !flow.standsOnSamePart();
+    const bool good = endedWell(flow) && flow.ReadResults(1);
+    // Of a part that was calculated in part only nothing is a setting.
+    if (good && partEnds && !partFailed_) flow.StoreCurrentSettings(flow.currentRNo(), flow.currentPNo());
+    if (!settle(flow, good)) return end(false);
+    if (flow.hasRow) return startStep(flow);
+    if (step_.wasKept() || QFile::exists(places_.workDir + "RELAY.RP3")) flow.ReadResults(2);
     end(!lostStatements());
 }
 
 void RunSession::HandCalSlot() {
     CHandCalFlow& flow = *hand_;
-    const bool good = takeResults(flow);
-    if (recalcPending_) {
-        recalcPending_ = false;
-        if (!good) recalculations_.clear();
-        if (recalculateNext()) return;
-        state_ = manualRunning_ ? State::Waiting : State::Idle;
-        emit recalculated();
-        return;
-    }
-    if (!good) return end(false);
-    if (flow.hasRow && flow.standsOnSamePart()) {
-        stepOrEnd(flow);
-        return;
-    }
+    const bool good = endedWell(flow) && flow.ReadResults(1);
+    const bool goOn = settle(flow, good);
+    if (recalcPending_) return recalculationEnded(goOn);
+    if (!goOn) return end(false);
+    if (flow.hasRow && flow.standsOnSamePart()) return startStep(flow);
     state_ = State::Waiting;
     emit progress(flow.rowCursor.at(), flow.rowCursor.size());
     emit partShown(flow.shownRNo, flow.shownPNo);
@@ -146,47 +164,49 @@ bool RunSession::hasFurtherPart() const { return state_ == State::Waiting && han
 
 bool RunSession::next() {
     if (state_ != State::Waiting) return false;
-    if (hand_->hasRow) return stepOrEnd(*hand_);
-    hand_->ReadResults(2);
-    end(true);
+    if (hand_->hasRow) {
+        startStep(*hand_);
+    } else {
+        hand_->ReadResults(2);
+        end(true);
+    }
     return true;
 }
 
 void RunSession::KlmFSlot() {
-    const bool good = klm_->caseCal().engineProcess().outcome() == EngineProcess::Outcome::Done && !abortFlag_;
-    if (!good) {
-        ++failedSteps_;
-        return end(false);
-    }
-    klm_->ReadResults(3);
-    if (confirm_) return end(!lostStatements());
+    const bool good = endedWell(*klm_) && klm_->ReadResults(3);
+    const bool goOn = settle(*klm_, good);
+    // Its main branches have other numbers than those of the setting runs.
+    QFile::remove(places_.workDir + "RELAY.RP3");
+    if (!goOn || !step_.wasKept() || confirm_) return end(goOn && step_.wasKept());
     end(storeSensitivityParameters(klm_->relayInput()) && !lostStatements());
 }
 
 void RunSession::abort() {
     if (state_ == State::Idle) return;
     abortFlag_ = true;
-    recalculations_.clear();
-    bool running = false;
-    for (EngineProcess* process : processes()) {
-        running = running || process->isRunning();
-        process->abort();
-    }
-    if (!running) end(false);
+    if (state_ == State::Waiting) return end(false);
+    // Also when it has just ended by itself its end is still to come, and ends the run.
+    for (EngineProcess* process : processes()) process->abort();
 }
 
 void RunSession::end(bool complete) {
     state_ = State::Idle;
     manualRunning_ = false;
-    recalcPending_ = false;
     if (complete && run_ != Sensitivity) toStore_ = withoutResult_;
     emit finished(complete);
 }
 
 bool RunSession::ensure() {
-    if (state_ != State::Idle) return false;
-    shadows_.commit();
-    return !toStore_ || RulesWithoutResult::store(places_.workDir, case_.Case_No, *toStore_);
+    if (state_ != State::Idle || !shadows_.commit()) return false;
+    changed_ = false;
+    if (toStore_ && !RulesWithoutResult::store(places_.workDir, case_.Case_No, *toStore_))
+        ReportError(Text::tr("没有结果的整定原则不能保存"), 1);
+    return true;
 }
 
-bool RunSession::cancel() { return state_ == State::Idle && shadows_.restore(); }
+bool RunSession::cancel() {
+    if (state_ != State::Idle || !shadows_.restore()) return false;
+    changed_ = false;
+    return true;
+}
