@@ -1915,5 +1915,45 @@
         <source>新</source>
         <translation>new</translation>
     </message>
-    </context>
+    <message>
+        <source>切换网络失败，实时库中的网络不完整，不能计算</source>
+        <translation>The network could not be switched and is incomplete in the real-time database; nothing can be calculated</translation>
+    </message>
+    <message>
+        <source>被拷贝的作业已经不存在</source>
+        <translation>The case that was copied no longer exists</translation>
+    </message>
+    <message>
+        <source>规则库中没有可整定的保护类型</source>
+        <translation>The rule database has no relay type for which a case can be defined</translation>
+    </message>
+    <message>
+        <source>作业名与被拷贝的作业相同，请更改作业名</source>
+        <translation>The case now bears the name of the one that was copied; give it another name</translation>
+    </message>
+    <message>
+        <source>不能编辑作业</source>
+        <translation>cases cannot be edited</translation>
+    </message>
+    <message>
+        <source>没有定义潮流作业</source>
+        <translation>No load-flow case is defined</translation>
+    </message>
+    <message>
+        <source>没有定义方案</source>
+        <translation>No scheme is defined</translation>
+    </message>
+    <message>
+        <source>另一个程序正在该工程中计算，请稍后再试</source>
+        <translation>Another program calculates in this project; try again later</translation>
+    </message>
+    <message>
+        <source>上一次计算没有正常结束，已恢复计算前的数据</source>
+        <translation>The last calculation did not end properly; the data before it have been restored</translation>
+    </message>
+    <message>
+        <source>不能恢复上一次计算前的数据</source>
+        <translation>The data before the last calculation cannot be restored</translation>
+    </message>
+</context>
 </TS>

@@ -3,6 +3,7 @@
 #include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/CHandCalFlow.h"
+#include "programs/frame/Messages.h"
 #include "programs/workflow/CoordinationSearch.h"
 
 CalculationStart::CalculationStart(CaseStore& cases, NetworkSource& network, CalculationPlaces places, int calMode)
@@ -26,6 +27,10 @@ bool CalculationStart::leaveOutParts() {
 
 bool CalculationStart::start() {
     network_.SwitchNetwork(case_.Mlf, case_.Case_lf, case_.Scheme);
+    if (!network_.isWhole()) {
+        ReportError(Text::tr("切换网络失败，实时库中的网络不完整，不能计算"), 0);
+        return false;
+    }
     if (!network_.LoadCaseHeaders(case_.Case_lf)) return false;
     emit progress(0, Text::tr("初始化计算数据..."));
     if (!cases_.LoadCaseRelays()) return false;
@@ -37,16 +42,19 @@ bool CalculationStart::start() {
     connect(&conversion_->netData().process(), &EngineProcess::processExited, this, &CalculationStart::VASKELSlot,
             Qt::QueuedConnection);
     conversion_->netData().RunConversion(places_.programDir, places_.workDir, places_.rtdbName, places_.rtdbPath);
+    if (aborted_) abort();
     return conversion_->netData().process().outcome() != EngineProcess::Outcome::None;
 }
 
 void CalculationStart::abort() {
+    aborted_ = true;
     if (conversion_) conversion_->netData().process().abort();
     if (order_) order_->caseCal().turnOrderProcess().abort();
 }
 
 void CalculationStart::VASKELSlot() {
-    if (conversion_->netData().process().outcome() != EngineProcess::Outcome::Done) return emit failed();
+    if (aborted_ || conversion_->netData().process().outcome() != EngineProcess::Outcome::Done) return emit failed();
+    emit converted();
     const int first = sql::scalar({}, "SELECT RNo FROM RLY_RLYOBJ_TEM LIMIT 1", {}, -1).toInt();
     order_ = makeFlow();
     connect(&order_->caseCal().turnOrderProcess(), &EngineProcess::processExited, this, &CalculationStart::QORDENSlot,
@@ -60,7 +68,8 @@ void CalculationStart::VASKELSlot() {
 }
 
 void CalculationStart::QORDENSlot() {
-    if (order_->caseCal().turnOrderProcess().outcome() != EngineProcess::Outcome::Done) return emit failed();
+    if (aborted_ || order_->caseCal().turnOrderProcess().outcome() != EngineProcess::Outcome::Done)
+        return emit failed();
     makeFlow()->relayFault().ReadTurnOrder();
     emit progress(100, Text::tr("初始化计算数据..."));
     emit ready();

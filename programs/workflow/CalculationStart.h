@@ -33,8 +33,9 @@ class CalculationStart : public QObject {
 
   signals:
     void progress(int percent, const QString& what);
-    void ready();   ///< the run window may open
-    void failed();  ///< the dock has the reason
+    void converted();  ///< the network has been converted, the order of the relays comes next
+    void ready();      ///< the run window may open
+    void failed();     ///< the dock has the reason
 
   private slots:
     void VASKELSlot();
@@ -49,5 +50,6 @@ class CalculationStart : public QObject {
     CalculationPlaces places_;
     CaseNode case_;
     int calMode_;
+    bool aborted_ = false;
     std::unique_ptr<CHandCalFlow> conversion_, order_;
 };

@@ -38,6 +38,7 @@ struct CaseSettingRow {
         return RNo == other.RNo && Cdz == other.Cdz && label == other.label && station == other.station &&
                DspCdz == other.DspCdz && VType == other.VType;
     }
+    bool operator==(const CaseSettingRow&) const = default;
 };
 
 /// What the editor shows of a case, and what a save takes.
@@ -51,4 +52,5 @@ struct CaseForm {
     QList<int> bigSys;    ///< numbers of the maximum operating modes
     QList<int> smallSys;  ///< numbers of the minimum operating modes
     std::array<int, kStages> PartFlg = {1, 1, 1, 1, 1};
+    bool operator==(const CaseForm&) const = default;
 };

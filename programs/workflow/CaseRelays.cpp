@@ -71,13 +71,14 @@ bool CaseStore::addRelays(CaseForm& form, const QVector<int>& relays) {
     if (!current()) return false;
     QSet<int> shown;
     for (const CaseSettingRow& row : form.rows) shown.insert(row.RNo);
-    QVector<int> added;
+    QVector<int> fresh, back;  // a relay that was taken out since the last save still has its rules
     for (const int relay : relays)
-        if (!shown.contains(relay) && !added.contains(relay)) added.append(relay);
-    if (added.isEmpty()) return true;
-    if (!insertRules(current()->Case_No, current()->RTypeNo, added)) return false;
-    form.rows += CaseSettings::newRows(added, current()->RTypeNo, form.primary);
-    addedRelays_ += added;
+        if (!shown.contains(relay) && !fresh.contains(relay) && !back.contains(relay))
+            (deletedRelays_.contains(relay) ? back : fresh).append(relay);
+    if (!fresh.isEmpty() && !insertRules(current()->Case_No, current()->RTypeNo, fresh)) return false;
+    form.rows += CaseSettings::newRows(fresh + back, current()->RTypeNo, form.primary);
+    for (const int relay : back) deletedRelays_.removeAll(relay);
+    addedRelays_ += fresh;
     return true;
 }
 

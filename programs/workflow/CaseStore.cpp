@@ -9,6 +9,7 @@
 #include "programs/frame/RelayTypes.h"
 #include "programs/frame/TableNames.h"
 #include "programs/workflow/CaseSettings.h"
+#include "programs/workflow/CaseSources.h"
 
 namespace {
 
@@ -64,6 +65,25 @@ QHash<int, QString> modeNames() {
     return names;
 }
 
+/// Puts the rows of one case in the place of those of another.
+bool copyRows(int from, int to) {
+    sql::Transaction transaction;
+    sql::Query query;
+    for (const char* name : {"RLY_RUDSYS", "RLY_CASEINF", "RLY_CASERDZ", "RLY_CELECHK", "RLY_CKFCHK", "RLY_KLMFSYS",
+                             "RLY_FZXSSYS", "RLY_CASE_RLY"}) {
+        const QString table = name;
+        const QString copy = table + "_COPY";
+        if (!query.exec("DROP TEMPORARY TABLE IF EXISTS " + copy) ||
+            !query.exec("CREATE TEMPORARY TABLE " + copy + " SELECT * FROM " + table + " WHERE Case_No=?", {from}) ||
+            !query.exec("UPDATE " + copy + " SET Case_No=?", {to}) ||
+            !query.exec("DELETE FROM " + table + " WHERE Case_No=?", {to}) ||
+            !query.exec("INSERT INTO " + table + " SELECT * FROM " + copy) ||
+            !query.exec("DROP TEMPORARY TABLE " + copy))
+            return false;
+    }
+    return transaction.commit();
+}
+
 }  // namespace
 
 bool CaseStore::UpdateCaseChain(int mode) {
@@ -90,6 +110,11 @@ bool CaseStore::UpdateCaseChain(int mode) {
 }
 
 CaseNode* CaseStore::current() { return position_ < 0 ? nullptr : &chain_[position_]; }
+
+bool CaseStore::isStored() {
+    return current() &&
+           sql::scalar({}, "SELECT COUNT(*) FROM RLY_CASE_RLY WHERE Case_No=?", {current()->Case_No}).toInt() > 0;
+}
 
 bool CaseStore::select(int caseNo) {
     const auto it = std::find_if(chain_.begin(), chain_.end(), [&](const auto& n) { return n.Case_No == caseNo; });
@@ -137,22 +162,14 @@ bool CaseStore::remove() {
 }
 
 bool CaseStore::pasteFrom(int caseNo) {
-    if (!current() || current()->Case_No == caseNo) return true;
-    sql::Transaction transaction;
-    sql::Query query;
-    for (const char* name : {"RLY_RUDSYS", "RLY_CASEINF", "RLY_CASERDZ", "RLY_CELECHK", "RLY_CKFCHK", "RLY_KLMFSYS",
-                             "RLY_FZXSSYS", "RLY_CASE_RLY"}) {
-        const QString table = name;
-        const QString copy = table + "_COPY";
-        if (!query.exec("DROP TEMPORARY TABLE IF EXISTS " + copy) ||
-            !query.exec("CREATE TEMPORARY TABLE " + copy + " SELECT * FROM " + table + " WHERE Case_No=?", {caseNo}) ||
-            !query.exec("UPDATE " + copy + " SET Case_No=?", {current()->Case_No}) ||
-            !query.exec("DELETE FROM " + table + " WHERE Case_No=?", {current()->Case_No}) ||
-            !query.exec("INSERT INTO " + table + " SELECT * FROM " + copy) ||
-            !query.exec("DROP TEMPORARY TABLE " + copy))
-            return false;
-    }
-    return transaction.commit() && UpdateCaseChain(3) && LoadCaseRelays();
+    if (!current()) return true;
+    if (sql::scalar({}, "SELECT COUNT(*) FROM RLY_CASE_RLY WHERE Case_No=?", {caseNo}).toInt() == 0)
+        return refuse(Text::tr("被拷贝的作业已经不存在"));
+    if (current()->Case_No != caseNo && !copyRows(caseNo, current()->Case_No)) return false;
+    deletedRelays_.clear();
+    addedRelays_.clear();
+    missingRelay_ = false;
+    return UpdateCaseChain(3) && LoadCaseRelays();
 }
 
 CaseForm CaseStore::form(bool primary) {
@@ -179,6 +196,8 @@ bool CaseStore::LoadCaseRelays() {
     if (!current() || current()->Case_No < 0) return true;
     const int caseNo = current()->Case_No;
     const bool any = sql::scalar({}, "SELECT COUNT(*) FROM RLY_CASEINF WHERE Case_No=?", {caseNo}).toInt() > 0;
+    // the settings of the case before must not pass for those of this one
+    if (!any && !sql::Query().exec("DELETE FROM RLY_RLYOBJ_TEM")) return false;
     if (!any) return refuse(Text::tr("没有内部作业号为") + QString::number(caseNo) + Text::tr("的作业的信息"));
     return CaseSettings::load(caseNo, current()->RTypeNo, &missingRelay_);
 }
@@ -192,7 +211,7 @@ bool CaseStore::hasSource(const CaseForm& form) {
 
 int CaseStore::loadFlowNumber(const CaseForm& form) {
     if (!form.onLoadFlow) return -1;
-    return sql::scalar({}, "SELECT Case_No FROM LF_CASE WHERE Case_Name=?", {form.source.trimmed()}, -1).toInt();
+    return CaseSources::loadFlowNumber(form.source);
 }
 
 bool CaseStore::checkName(const CaseForm& form) {

@@ -22,6 +22,10 @@ class CaseStore {
     [[nodiscard]] const QVector<CaseNode>& chain() const { return chain_; }
     /// Null without a case.
     [[nodiscard]] CaseNode* current();
+    /// Place of the current case in the chain; -1 without one.
+    [[nodiscard]] int position() const { return position_; }
+    /// Whether the current case has been saved.
+    [[nodiscard]] bool isStored();
     bool select(int caseNo);
     bool select(const QString& caseName);
 
@@ -32,7 +36,8 @@ class CaseStore {
     [[nodiscard]] static QString defaultName();
     /// Deletes the current case with all that belongs to it.
     bool remove();
-    /// The current case takes over the contents of another one, its relay type, name and note included.
+    /// The current case takes over the contents of another one, its relay type, name and note included, and forgets
+    /// relay changes that were not saved. \return false with a message when that case is gone
     bool pasteFrom(int caseNo);
 
     /// The form of the current case as stored, its settings as RLY_RLYOBJ_TEM holds them.

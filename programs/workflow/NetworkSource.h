@@ -13,6 +13,9 @@ class NetworkSource {
 
     /// What the tables are known to hold: Mlf 1 a load-flow case, 0 a scheme, -1 unknown.
     void setLoaded(int mlf, int lfCase, const QString& scheme);
+    [[nodiscard]] int mlf() const { return mlf_; }
+    [[nodiscard]] int lfCase() const { return lfCase_; }
+    [[nodiscard]] const QString& scheme() const { return scheme_; }
     /// Brings the network of a load-flow case or scheme into the branch table and the real-time database, unless it
     /// stands there already. \return true when it was built anew
     bool SwitchNetwork(int mlf, int lfCase, const QString& scheme);

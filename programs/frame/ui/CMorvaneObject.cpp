@@ -6,6 +6,7 @@
 #include <QFile>
 
 #include "platform/host/ui/HostEvents.h"
+#include "platform/host/ui/WaitCursor.h"
 #include "platform/rtdb/dbDatabase.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/CRDatabase.h"
@@ -20,6 +21,7 @@
 #include "programs/netview/WinDlgSetDsp.h"
 #include "programs/netview/ui/CMorvaneHandleGraph.h"
 #include "programs/workflow/NetworkSource.h"
+#include "programs/workflow/WinDlgRlyCalMain.h"
 
 int CMorvaneObject::iRlyDspFlg = 0;
 int CMorvaneObject::iRlyDspAss = 0;
@@ -48,11 +50,6 @@ void sendToHost(int flags) {
     if (QWidget* window = host::mainWidget()) QApplication::sendEvent(window, &event);
 }
 
-struct WaitCursor {
-    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-};
-
 }  // namespace
 
 struct CMorvaneObject::MenuRow {
@@ -67,6 +64,7 @@ const CMorvaneObject::MenuRow* CMorvaneObject::rowOf(const QString& name) {
         {"RlyEditSelectRTypeAction", [](auto& module, bool& handled) { return module.run(WinDlgDspRly(), handled); }},
         {"RlyEditSetDzNameAction",
          [](auto& module, bool& handled) { return module.run(WinDlgDefineDspDz(), handled); }},
+        {"RlyCalCalAction", [](auto& module, bool& handled) { return module.editCases(handled); }},
         {"RlyEditSetDumRlyAction",
          [](auto&, bool&) {
              SearchDumRelay();
@@ -98,7 +96,10 @@ CMorvaneObject::CMorvaneObject(CComboBoxCaseNo* caseCombo, QComboBox* modeCombo,
     databases.BuildNewTable("");
 }
 
-CMorvaneObject::CMorvaneObject(dbDatabase* fdb) : fdb_(fdb) { handler = new CMorvaneHandleGraph(this); }
+CMorvaneObject::CMorvaneObject(dbDatabase* fdb) : fdb_(fdb) {
+    handler = new CMorvaneHandleGraph(this);
+    if (fdb_) network_ = std::make_unique<NetworkSource>(*fdb_);
+}
 
 CMorvaneObject::~CMorvaneObject() {
     if (!homeDir_.isEmpty()) QDir::setCurrent(homeDir_);
@@ -234,18 +235,19 @@ bool CMorvaneObject::Source::differsFrom(const Source& other) const {
 }
 
 // Nothing when the database cannot be asked, which is not the same as no such case.
-std::optional<CMorvaneObject::SelectedCase> CMorvaneObject::caseOf(const QString& name) {
+std::optional<CMorvaneObject::SelectedCase> CMorvaneObject::caseOf(const QString& column, const QVariant& value) {
     sql::Query query;
-    if (!query.exec("SELECT DISTINCT Case_No,Mlf,Case_lf,Scheme FROM RLY_CASE_RLY WHERE Case_Name=?", {name}))
+    if (!query.exec("SELECT DISTINCT Case_No,Mlf,Case_lf,Scheme FROM RLY_CASE_RLY WHERE " + column + "=?", {value}))
         return {};
     if (!query.next()) return SelectedCase{};
     return SelectedCase{query.number(0), {query.number(1), query.number(2), query.text(3)}};
 }
 
-bool CMorvaneObject::canReadRealTimeName() const {
-    if (QFile file(dataDir_ + "RTDB.nm"); file.open(QIODevice::ReadOnly)) return true;
+std::optional<QString> CMorvaneObject::realTimeName() const {
+    if (QFile file(dataDir_ + "RTDB.nm"); file.open(QIODevice::ReadOnly))
+        return QString::fromLocal8Bit(file.readLine()).trimmed();
     ReportError(tr("读 RTDB.nm 失败"), 0);
-    return false;
+    return {};
 }
 
 void CMorvaneObject::keepNumber(int no) { caseNo = currentCase_ = no; }
@@ -258,26 +260,55 @@ void CMorvaneObject::keepCase(const SelectedCase& chosen) {
 void CMorvaneObject::forgetCase() { keepCase({}); }
 
 void CMorvaneObject::Refreshfdb(const QString& caseName) {
-    if (!canReadRealTimeName()) return;
-    const std::optional<SelectedCase> chosen = caseOf(caseName);
+    if (!realTimeName()) return;
+    const std::optional<SelectedCase> chosen = caseOf("Case_Name", caseName);
     if (!chosen) return;
     if (chosen->Case_No == -1) return forgetCase();
     if (!chosen->source.differsFrom(source_)) return keepNumber(chosen->Case_No);
-    if (chosen->Case_No == currentCase_ || bringIn(chosen->source)) {
-        keepCase(*chosen);
-    } else {
-        ReportError(tr("切换网络失败，实时库中的网络不完整，请重新选择作业"), 0);
-        forgetCase();
-    }
+    bringIn(chosen->source) ? keepCase(*chosen) : forgetCase();
     RefreshNetWork(chosen->source.Mlf);
     RefreshSLG();
 }
 
 bool CMorvaneObject::bringIn(const Source& source) {
-    if (!fdb_) return true;
-    const WaitCursor wait;
-    NetworkSource network(*fdb_);
-    network.setLoaded(source_.Mlf, source_.Case_lf, source_.Scheme);
-    network.SwitchNetwork(source.Mlf, source.Case_lf, source.Scheme);
-    return network.isWhole();
+    if (!network_) return true;
+    const host::WaitCursor wait;
+    network_->SwitchNetwork(source.Mlf, source.Case_lf, source.Scheme);
+    if (!network_->isWhole()) ReportError(tr("切换网络失败，实时库中的网络不完整，请重新选择作业"), 0);
+    return network_->isWhole();
+}
+
+bool CMorvaneObject::editCases(bool& handled) {
+    const std::optional<QString> name = realTimeName();
+    if (!name || !network_) return false;
+    const Source before = loaded();
+    iRlyDspFlg = 0;
+    WinDlgRlyCalMain(*name, "../" + *name, dataDir_ + "Temp/", currentCase_, homeDir_, homeDir_, fdb_, this).exec();
+    followCase();
+    if (before.differsFrom(loaded())) RefreshNetWork(loaded().Mlf);
+    if (iRlyDspFlg == 1) RedrawLabels();
+    handled = true;
+    return true;
+}
+
+CMorvaneObject::Source CMorvaneObject::loaded() const {
+    return {network_->mlf(), network_->lfCase(), network_->scheme()};
+}
+
+// The editor may have left the network of another case behind, or the case in hand with another network.
+void CMorvaneObject::followCase() {
+    const std::optional<SelectedCase> chosen = caseOf("Case_No", currentCase_);
+    if (!chosen) return;
+    if (chosen->Case_No == -1 || !bringIn(chosen->source)) return forgetCase();
+    if (chosen->source.differsFrom(source_)) RefreshSLG();
+    keepCase(*chosen);
+}
+
+void CMorvaneObject::takeCase(int no, const QString& name) {
+    keepNumber(no);
+    if (!caseCombo_) return;
+    caseCombo_->EmitcurrentTextChanged(name);
+    caseCombo_->EmititemsChanged();
+    InitComboBox_Case();
+    caseCombo_->setCurrentIndex(caseCombo_->findText(name));
 }

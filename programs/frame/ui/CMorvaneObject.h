@@ -4,12 +4,15 @@
 #include <QHash>
 #include <QPointer>
 #include <QString>
+#include <QVariant>
+#include <memory>
 #include <optional>
 
 #include "platform/host/ui/CCalcObject.h"
 #include "platform/host/ui/CComboBoxCaseNo.h"
 #include "programs/frame/Export.h"
 
+class NetworkSource;
 class QDialog;
 class dbDatabase;
 
@@ -57,12 +60,17 @@ class MORVANE_EXPORT CMorvaneObject : public CCalcObject {
     bool RedrawLabels();
     /// Selects a case; another network source is brought into the real-time database.
     void Refreshfdb(const QString& caseName);
+    /// The case editor was left with this case: it becomes the case in hand, and the host hears of the list of cases.
+    /// \param no  -1 when there is none
+    void takeCase(int no, const QString& name);
     /// Name of a location on tool tips and in lists.
     static QString RlyDsp(const QString& id, const QString& iName, const QString& jName, int rType, int side);
 
     /// The mode combo stands on its first item: relays may be edited.
     [[nodiscard]] bool isEditing() const;
     [[nodiscard]] dbDatabase* realTime() const { return fdb_; }
+    /// What the branch table and the real-time database hold; null without a real-time database.
+    [[nodiscard]] NetworkSource* network() const { return network_.get(); }
 
   public slots:
     void SubStation(int mode);
@@ -70,7 +78,7 @@ class MORVANE_EXPORT CMorvaneObject : public CCalcObject {
 
   private:
     struct MenuRow;
-    /// What the network in the real-time database comes from.
+    /// What the network of a case comes from.
     struct Source {
         int Mlf = -1;         ///< 1 a load-flow case, 0 a scheme, -1 none
         int Case_lf = -1;     ///< number of the load-flow case
@@ -84,11 +92,14 @@ class MORVANE_EXPORT CMorvaneObject : public CCalcObject {
     };
 
     static const MenuRow* rowOf(const QString& name);
-    static std::optional<SelectedCase> caseOf(const QString& name);
+    static std::optional<SelectedCase> caseOf(const QString& column, const QVariant& value);
     bool redrawAfter(QDialog&& dialog);
     bool writeLabels(bool anew);
     bool run(QDialog&& dialog, bool& handled);
-    bool canReadRealTimeName() const;
+    [[nodiscard]] std::optional<QString> realTimeName() const;
+    bool editCases(bool& handled);
+    [[nodiscard]] Source loaded() const;
+    void followCase();
     bool bringIn(const Source& source);
     void keepNumber(int no);
     void keepCase(const SelectedCase& chosen);
@@ -98,6 +109,7 @@ class MORVANE_EXPORT CMorvaneObject : public CCalcObject {
     QPointer<QComboBox> modeCombo_;
     QPointer<QAction> moduleAction_;
     dbDatabase* fdb_ = nullptr;
+    std::unique_ptr<NetworkSource> network_;
     QHash<QString, QPointer<QAction>> menu_;
     QString dataDir_, homeDir_;
     int currentCase_ = -1;

@@ -95,11 +95,10 @@ TEST_F(Module, EnablesTheActionsOfTheWorkingMode) {
 
 TEST_F(Module, RunsTheActionsItHasAndHidesTheOthers) {
     load();
-    const QMap<QString, bool> has = {{"RlyDspSetAction", false},
-                                     {"RlyEditSelectRTypeAction", true},
-                                     {"RlyEditSetDzNameAction", true},
-                                     {"RlyEditSetDumRlyAction", false},
-                                     {"RlySetUserAction", false}};  // and whether they say that they handled it
+    const QMap<QString, bool> has = {
+        {"RlyDspSetAction", false},       {"RlyEditSelectRTypeAction", true},
+        {"RlyEditSetDzNameAction", true}, {"RlyEditSetDumRlyAction", false},
+        {"RlyCalCalAction", true},        {"RlySetUserAction", false}};  // and whether they say that they handled it
     for (const QString& name : actionNames) {
         EXPECT_EQ(actions[name]->isVisible(), has.contains(name)) << name.toStdString();
         EXPECT_EQ(module->GetDynMenuAction(name), actions[name]);
