@@ -876,6 +876,22 @@
         <translation>Wrong voltage level; relays cannot be selected</translation>
     </message>
     <message>
+        <source>第%1行参数中有数据错误，请检查</source>
+        <translation>Row %1 of the parameters has a wrong value, please check</translation>
+    </message>
+    <message>
+        <source>第%1行参数中有参数组号错误，请检查</source>
+        <translation>Row %1 of the parameters has a wrong group number, please check</translation>
+    </message>
+    <message>
+        <source>请选择一组参数</source>
+        <translation>Please select a parameter group</translation>
+    </message>
+    <message>
+        <source>只能选择一组参数</source>
+        <translation>Only one parameter group can be selected</translation>
+    </message>
+    <message>
         <source>没有编号为</source>
         <translation>There is no relay type with number </translation>
     </message>
