@@ -1912,6 +1912,14 @@
         <translation>Transformer “</translation>
     </message>
     <message>
+        <source>计算书中有GBK字符集以外的字符，写成“?”: </source>
+        <translation>The calculation book has characters outside GBK, written as “?”: </translation>
+    </message>
+    <message>
+        <source>生成计算书失败</source>
+        <translation>The calculation book could not be made</translation>
+    </message>
+    <message>
         <source>”：数值超出范围</source>
         <translation>”: a value is out of range</translation>
     </message>
