@@ -1979,5 +1979,9 @@
         <source>不能恢复上一次计算前的数据</source>
         <translation>The data before the last calculation cannot be restored</translation>
     </message>
+    <message>
+        <source>不能写文件%1：%2</source>
+        <translation>Cannot write the file %1: %2</translation>
+    </message>
 </context>
 </TS>
