@@ -6,6 +6,7 @@
 #include "programs/frame/TableNames.h"
 #include "programs/workflow/CaseSettings.h"
 #include "programs/workflow/CaseStore.h"
+#include "programs/workflow/SensitivityModes.h"
 
 // The relays of a case: their rules, their outage elements, and the modes of their sensitivity parameters.
 
@@ -109,16 +110,7 @@ bool CaseStore::dropMissingRelays() {
 }
 
 bool CaseStore::setSensitivityModes(const QList<int>& modes) {
-    if (!current()) return false;
-    sql::Transaction transaction;
-    sql::Query query;
-    bool ok = query.exec("DELETE FROM RLY_KLMFSYS WHERE Case_No=?", {current()->Case_No});
-    for (const int mode : modes)
-        ok = ok && query.exec(
-                       "INSERT INTO RLY_KLMFSYS (Case_No,SysNo,SysName) SELECT DISTINCT ?,SysNo,SysName"
-                       " FROM RLY_RSYSMODEDLS WHERE SysNo=?",
-                       {current()->Case_No, mode});
-    return ok && transaction.commit();
+    return current() && SensitivityModes::store(current()->Case_No, modes);
 }
 
 bool CaseStore::setOutages(const QVector<int>& relays, const QStringList& elements) {

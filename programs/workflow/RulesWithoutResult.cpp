@@ -101,10 +101,13 @@ Wording::Wording(int rTypeNo) {
     while (rules.next()) notes_.insert(rules.number(0), rules.text(1));
 }
 
+QString Wording::name(int rNo, int pNo, int ruleNo) const {
+    return places_.value(rNo, Text::tr("保护") + QString::number(rNo)) + " " + QString::number(pNo) +
+           Text::tr(" 段 整定原则 ") + QString::number(ruleNo) + " " + notes_.value(ruleNo);
+}
+
 QString Wording::operator()(const RuleWithoutResult& rule) const {
-    return places_.value(rule.RNo, Text::tr("保护") + QString::number(rule.RNo)) + " " + QString::number(rule.PNo) +
-           Text::tr(" 段 整定原则 ") + QString::number(rule.RuleNo) + " " + notes_.value(rule.RuleNo) +
-           Text::tr(" 没有结果: ") + reasonText(rule.reason);
+    return name(rule.RNo, rule.PNo, rule.RuleNo) + Text::tr(" 没有结果: ") + reasonText(rule.reason);
 }
 
 }  // namespace RulesWithoutResult

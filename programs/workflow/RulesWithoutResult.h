@@ -36,6 +36,8 @@ class Wording {
   public:
     explicit Wording(int rTypeNo);
     [[nodiscard]] QString operator()(const RuleWithoutResult& rule) const;
+    /// Relay, part and rule.
+    [[nodiscard]] QString name(int rNo, int pNo, int ruleNo) const;
 
   private:
     QHash<int, QString> places_, notes_;

@@ -4,6 +4,7 @@
 
 class QDialogButtonBox;
 class QPushButton;
+class QSplitter;
 
 /// A widget with its object name.
 template <class Widget>
@@ -15,3 +16,7 @@ Widget* named(const char* name, QWidget* parent) {
 
 /// The row of buttons at the foot of a dialog; Enter presses the first.
 QDialogButtonBox* buttonRow(QPushButton* ensure, QPushButton* cancel);
+
+/// Gives a splitter the sizes that the user gave it last, and remembers those he gives it: under the object names of
+/// the window and the splitter.
+void rememberSizes(QSplitter* splitter, const QString& window);
