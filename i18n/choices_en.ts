@@ -41,6 +41,59 @@
     </message>
 </context>
 <context>
+    <name>WinDlgEditAndSelectPara</name>
+    <message>
+        <source>参数组选择</source>
+        <translation>Parameter Groups</translation>
+    </message>
+    <message>
+        <source>参数组属于整定原则，修改后对所有作业的保护都有效。</source>
+        <translation>Parameter groups belong to the setting rule: a change applies to the relays of all cases.</translation>
+    </message>
+    <message>
+        <source>选择</source>
+        <translation>Select</translation>
+    </message>
+    <message>
+        <source>参数组号</source>
+        <translation>Group</translation>
+    </message>
+    <message>
+        <source>增加</source>
+        <translation>Add</translation>
+    </message>
+    <message>
+        <source>删除</source>
+        <translation>Remove</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>参数组正在别处修改，不能改变</source>
+        <translation>The parameter groups are being edited elsewhere and cannot be changed</translation>
+    </message>
+    <message>
+        <source>该整定原则没有参数</source>
+        <translation>This setting rule has no parameters</translation>
+    </message>
+    <message>
+        <source>没有参数组</source>
+        <translation>There is no parameter group</translation>
+    </message>
+    <message>
+        <source>有 %1 个作业的 %2 套保护采用第 %3 组或其后的参数组。删除后各组重新编号，它们将采用别的参数。
+确定删除吗？</source>
+        <translation>In %1 cases, %2 relays use parameter group %3 or a later one. The groups are renumbered when this one is deleted, so those relays will use other parameters.
+Delete it?</translation>
+    </message>
+</context>
+<context>
     <name>WinDlgSelectRly</name>
     <message>
         <source>选择保护</source>
@@ -89,6 +142,89 @@
     <message>
         <source>选“电压等级”后可用</source>
         <translation>Available when selecting by voltage level</translation>
+    </message>
+</context>
+<context>
+    <name>WinDlgSelectRule</name>
+    <message>
+        <source>参数组 %1</source>
+        <translation>Parameter group %1</translation>
+    </message>
+    <message>
+        <source>整定原则设定</source>
+        <translation>Setting Rules</translation>
+    </message>
+    <message>
+        <source>一段</source>
+        <translation>Stage 1</translation>
+    </message>
+    <message>
+        <source>二段</source>
+        <translation>Stage 2</translation>
+    </message>
+    <message>
+        <source>三段</source>
+        <translation>Stage 3</translation>
+    </message>
+    <message>
+        <source>四段</source>
+        <translation>Stage 4</translation>
+    </message>
+    <message>
+        <source>五段</source>
+        <translation>Stage 5</translation>
+    </message>
+    <message>
+        <source>本段整定</source>
+        <translation>Set this stage</translation>
+    </message>
+    <message>
+        <source>选择</source>
+        <translation>Select</translation>
+    </message>
+    <message>
+        <source>原则描述</source>
+        <translation>Rule</translation>
+    </message>
+    <message>
+        <source>参数描述和参数值</source>
+        <translation>Parameters and values</translation>
+    </message>
+    <message>
+        <source>计算公式</source>
+        <translation>Formula</translation>
+    </message>
+    <message>
+        <source>整定规则设定应用于本作业所有保护</source>
+        <translation>Apply these rules to all relays of this case</translation>
+    </message>
+    <message>
+        <source>其他保护采用同样的整定原则和参数组，它们整定哪些段不变</source>
+        <translation>The other relays get the same rules and parameter groups; which stages they set stays as it is</translation>
+    </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>作业的整定原则正在别处修改，不能改变</source>
+        <translation>The rules of this case are being edited elsewhere and cannot be changed</translation>
+    </message>
+    <message>
+        <source>本段没有整定原则</source>
+        <translation>This stage has no setting rules</translation>
+    </message>
+    <message>
+        <source>采用 %1 条，共 %2 条</source>
+        <translation>%1 of %2 in use</translation>
+    </message>
+    <message>
+        <source>没有采用任何原则，本段不会有定值</source>
+        <translation>No rule is in use: this stage gets no settings</translation>
     </message>
 </context>
 <context>

@@ -876,6 +876,22 @@
         <translation>Wrong voltage level; relays cannot be selected</translation>
     </message>
     <message>
+        <source>第%1行参数中有数据错误，请检查</source>
+        <translation>Row %1 of the parameters has a wrong value, please check</translation>
+    </message>
+    <message>
+        <source>第%1行参数中有参数组号错误，请检查</source>
+        <translation>Row %1 of the parameters has a wrong group number, please check</translation>
+    </message>
+    <message>
+        <source>请选择一组参数</source>
+        <translation>Please select a parameter group</translation>
+    </message>
+    <message>
+        <source>只能选择一组参数</source>
+        <translation>Only one parameter group can be selected</translation>
+    </message>
+    <message>
         <source>没有编号为</source>
         <translation>There is no relay type with number </translation>
     </message>
@@ -1896,6 +1912,14 @@
         <translation>Transformer “</translation>
     </message>
     <message>
+        <source>计算书中有GBK字符集以外的字符，写成“?”: </source>
+        <translation>The calculation book has characters outside GBK, written as “?”: </translation>
+    </message>
+    <message>
+        <source>生成计算书失败</source>
+        <translation>The calculation book could not be made</translation>
+    </message>
+    <message>
         <source>”：数值超出范围</source>
         <translation>”: a value is out of range</translation>
     </message>
@@ -1954,6 +1978,10 @@
     <message>
         <source>不能恢复上一次计算前的数据</source>
         <translation>The data before the last calculation cannot be restored</translation>
+    </message>
+    <message>
+        <source>不能写文件%1：%2</source>
+        <translation>Cannot write the file %1: %2</translation>
     </message>
     <message>
         <source>该定值没有灵敏度校验</source>

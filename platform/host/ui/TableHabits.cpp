@@ -12,14 +12,20 @@ namespace host {
 
 namespace {
 
-QSettings settings() { return QSettings(QSettings::IniFormat, QSettings::UserScope, "morvane", "tables"); }
-
 QString quoted(const QString& text) {
     if (!text.contains('\t') && !text.contains('\n')) return text;
     return '"' + QString(text).replace('"', "\"\"") + '"';
 }
 
 }  // namespace
+
+QSettings tableSettings() { return QSettings(QSettings::IniFormat, QSettings::UserScope, "morvane", "tables"); }
+
+QString tabbedLine(const QStringList& cells) {
+    QStringList texts;
+    for (const QString& cell : cells) texts << quoted(cell);
+    return texts.join('\t');
+}
 
 TableHabits::TableHabits(QTableView* table) : QObject(table), table_(table) {
     table->installEventFilter(this);
@@ -34,9 +40,9 @@ QString TableHabits::selectedText() const {
     for (const QModelIndex& index : table_->selectionModel()->selectedIndexes())
         if (!table_->isColumnHidden(index.column()) && !table_->isRowHidden(index.row()))
             rows[table_->verticalHeader()->visualIndex(index.row())]
-                [table_->horizontalHeader()->visualIndex(index.column())] = quoted(index.data().toString());
+                [table_->horizontalHeader()->visualIndex(index.column())] = index.data().toString();
     QStringList lines;
-    for (const auto& row : std::as_const(rows)) lines << QStringList(row.values()).join('\t');
+    for (const auto& row : std::as_const(rows)) lines << tabbedLine(row.values());
     return lines.join('\n');
 }
 
@@ -54,7 +60,7 @@ QString TableHabits::key() const {
 }
 
 void TableHabits::restoreWidths() {
-    const QVariantList widths = settings().value(key()).toList();
+    const QVariantList widths = tableSettings().value(key()).toList();
     if (changed_ || table_->objectName().isEmpty() || !table_->model() ||
         widths.size() != table_->model()->columnCount())
         return;
@@ -67,7 +73,7 @@ void TableHabits::saveWidths() const {
     if (!changed_ || table_->objectName().isEmpty() || !table_->model()) return;
     QVariantList widths;
     for (int column = 0; column < table_->model()->columnCount(); ++column) widths << table_->columnWidth(column);
-    settings().setValue(key(), widths);
+    tableSettings().setValue(key(), widths);
 }
 
 void setTabChain(std::initializer_list<QWidget*> widgets) {

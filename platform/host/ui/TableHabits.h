@@ -3,9 +3,15 @@
 #include <QObject>
 #include <initializer_list>
 
+class QSettings;
 class QTableView;
 
 namespace host {
+
+/// Where tables remember what the user chose.
+QSettings tableSettings();
+/// Cells with tabs between them, those that hold a tab or a line end in quotes.
+QString tabbedLine(const QStringList& cells);
 
 /// What every table does: Ctrl+C copies the selected cells as tab-separated text, and the widths of the columns are
 /// remembered between sessions under the class of the window and the object name of the table.

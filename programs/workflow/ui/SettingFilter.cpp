@@ -31,16 +31,18 @@ SettingFilter::SettingFilter(SettingModel* settings, QObject* parent)
 }
 
 void SettingFilter::setOrder(const SettingOrder& order) {
+    const bool another = order != order_;
     order_ = order;
     apply();
+    if (another) emit orderChanged(order_);
 }
 
 void SettingFilter::sort(int column, Qt::SortOrder direction) {
-    order_.sorted = column >= 0;
-    order_.key = settings_->content(std::max(column, 0));
-    order_.direction = direction;
-    apply();
-    emit orderChanged(order_);
+    SettingOrder order = order_;
+    order.sorted = column >= 0;
+    order.key = settings_->content(std::max(column, 0));
+    order.direction = direction;
+    setOrder(order);
 }
 
 // The base sorts by the first column in name only, which no change of a value touches.

@@ -11,6 +11,7 @@ struct SettingOrder {
     bool sorted = false;  ///< else the order of calculation
     SettingModel::Content key;
     Qt::SortOrder direction = Qt::AscendingOrder;
+    bool operator==(const SettingOrder&) const = default;
 };
 
 /// The rows of a SettingModel by station, by change, and sorted by a column. Rows that are equal in it stay in the

@@ -108,6 +108,12 @@ SettingModel::Content SettingModel::content(int column) const {
     return {column == relayColumn() ? Content::Relay : column == cdzColumn() ? Content::Cdz : Content::Unit};
 }
 
+int SettingModel::columnOf(Content wanted) const {
+    for (int column = 0; column < columnCount(); ++column)
+        if (content(column) == wanted) return column;
+    return -1;
+}
+
 std::optional<SettingChange> SettingModel::change(int row, int part) const {
     return settingChange(rows_[row].newValue[size_t(part - 1)], rows_[row].oldValue[size_t(part - 1)]);
 }

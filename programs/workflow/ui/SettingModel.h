@@ -30,6 +30,7 @@ class SettingModel : public QAbstractTableModel {
         Kind kind = Label;
         int part = 0;  ///< from 1, for values and changes
         [[nodiscard]] bool isNumber() const { return part > 0; }
+        bool operator==(const Content&) const = default;
     };
 
     /// Takes all rows out.
@@ -56,6 +57,7 @@ class SettingModel : public QAbstractTableModel {
     /// Part of a column with new values; 0 for any other column.
     [[nodiscard]] int partOf(int column) const;
     [[nodiscard]] Content content(int column) const;
+    [[nodiscard]] int columnOf(Content content) const;  ///< -1 when it is not shown
     [[nodiscard]] std::optional<SettingChange> change(int row, int part) const;
     /// Whether any part of the relay type changed.
     [[nodiscard]] bool isChanged(int row) const;

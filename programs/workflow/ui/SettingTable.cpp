@@ -112,7 +112,7 @@ int SettingTable::wantedWidth(int column, int firstRow, int lastRow) const {
     }
     if (number) width = fontMetrics().horizontalAdvance(longest);
     const bool marked = number && model_->content(column).kind != Content::Old;
-    return width + fontMetrics().height() + (marked ? iconSize().width() + 4 : 0);
+    return width + fontMetrics().height() + (marked ? style()->pixelMetric(QStyle::PM_SmallIconSize) + 8 : 0);
 }
 
 int SettingTable::row() const { return shown_->mapToSource(currentIndex()).row(); }

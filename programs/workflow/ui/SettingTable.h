@@ -6,7 +6,7 @@
 #include "programs/frame/ui/TypingTable.h"
 #include "programs/workflow/ui/SettingFilter.h"
 
-/// The table of settings of the case editor, the run window and the save dialog. Rows and columns of its functions and
+/// A table of settings, for the case editor, the run window and the save dialog. Rows and columns of its functions and
 /// signals are those of the model, whatever is sorted and filtered away; sorting and filtering change nothing that is
 /// stored. The place of a relay shows in its first visible row.
 class SettingTable : public TypingTable<QTableView>, private CellMarks {
@@ -45,6 +45,9 @@ class SettingTable : public TypingTable<QTableView>, private CellMarks {
     /// Share from which on a changed value carries a warning mark; 0.2 is 20 %, 0 no marks.
     void setWarningShare(double share) { model_->setWarningShare(share); }
 
+    /// Two tables of the same rows show the same of them in the same order, scrolled and selected alike.
+    void keepTogetherWith(SettingTable& other);
+
   signals:
     void currentChanged(int row, int column);
     void valueChanged(int row, int column);  ///< by the user
@@ -62,6 +65,9 @@ class SettingTable : public TypingTable<QTableView>, private CellMarks {
     void fitColumns(int firstRow, int lastRow);
     [[nodiscard]] int wantedWidth(int column, int firstRow, int lastRow) const;
     void findPaint();
+    void follow(SettingTable& leader);
+    void showOrder(const SettingOrder& order);
+    void selectLike(const SettingTable& leader);
 
     SettingModel* model_;
     SettingFilter* shown_;
