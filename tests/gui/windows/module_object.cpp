@@ -161,6 +161,78 @@ TEST_F(Module, BringsTheNetworkInWhenTheSourceChanges) {
     EXPECT_EQ(module->GetCase_Name(4), "潮流");
 }
 
+class ModuleCases : public Module {
+  protected:
+    void SetUp() override {
+        Module::SetUp();
+        const int relay = install(end("青白I", 1), 3);
+        addCase(1, "基础", 0, -1, "基础方案");
+        addCase(2, "停运", 0, -1, "青龙线停运");
+        exec("UPDATE RLY_CASE_RLY SET RTypeNo=3");
+        for (const int no : {1, 2})
+            exec("INSERT INTO RLY_CASEINF (Case_No,TurnNo,RNo,PNo,RuleNo,PValid,RValid) VALUES (?,1,?,1,3101,1,1)",
+                 {no, relay});
+        load();
+        select("基础");
+        window.flags.clear();
+    }
+    void TearDown() override {
+        for (const char* table : {"RLY_CASEINF", "RLY_CASERDZ"}) exec(QString("DELETE FROM ") + table);
+        Module::TearDown();
+    }
+    /// Opens the case editor, goes to the next case and leaves by a slot.
+    void edit(const char* leave) {
+        bool handled = false;
+        whenOpen([&](QDialog& editor) {
+            QMetaObject::invokeMethod(&editor, "ToolButton_NextRec_clicked");
+            EXPECT_FALSE(hasBranch("青龙"));
+            QMetaObject::invokeMethod(&editor, leave);
+        });
+        EXPECT_TRUE(module->ProcessDynMenuInterface("RlyCalCalAction", handled));
+        EXPECT_TRUE(handled);
+    }
+};
+
+TEST_F(ModuleCases, TheCaseThatTheEditorLeavesIsInHandWithItsNetwork) {
+    QStringList told;
+    QObject::connect(&caseCombo, &CComboBoxCaseNo::caseNameChanged, [&](const QString& name) { told << name; });
+    QObject::connect(&caseCombo, &CComboBoxCaseNo::itemsChanged, [&] { told << "items"; });
+    edit("Button_OK_clicked");
+    EXPECT_THAT(told, ElementsAre("停运", "items"));
+    EXPECT_EQ(module->GetCase_No(), 2);
+    EXPECT_EQ(caseCombo.currentText(), "停运");
+    EXPECT_FALSE(hasBranch("青龙"));
+    EXPECT_THAT(window.flags, ElementsAre(4, 0x2A));
+    window.flags.clear();
+    select("停运");
+    EXPECT_THAT(window.flags, testing::IsEmpty());
+    EXPECT_THAT(errors, testing::IsEmpty());
+}
+
+TEST_F(ModuleCases, ACancelledEditorGivesTheNetworkBack) {
+    edit("Button_Cancel_clicked");
+    EXPECT_EQ(module->GetCase_No(), 1);
+    EXPECT_TRUE(hasBranch("青龙"));
+    EXPECT_THAT(window.flags, testing::IsEmpty());
+}
+
+TEST_F(ModuleCases, LabelsAreDrawnAnewAfterSettingsWereSaved) {
+    bool handled = false;
+    whenOpen([](QDialog& editor) {
+        CMorvaneObject::iRlyDspFlg = 1;
+        editor.reject();
+    });
+    module->ProcessDynMenuInterface("RlyCalCalAction", handled);
+    EXPECT_THAT(window.flags, ElementsAre(4));
+    const QString file = project->directory + "RTDB.nm";
+    ASSERT_TRUE(QFile::rename(file, file + ".away"));
+    handled = false;
+    EXPECT_FALSE(module->ProcessDynMenuInterface("RlyCalCalAction", handled));
+    ASSERT_TRUE(QFile::rename(file + ".away", file));
+    EXPECT_FALSE(handled);
+    EXPECT_THAT(errors, ElementsAre("读 RTDB.nm 失败"));
+}
+
 TEST_F(Module, ForgetsTheCaseWhoseNameIsGone) {
     addCase(1, "基础", 0, -1, "基础方案");
     load();
