@@ -91,7 +91,8 @@ bool CopySession::clearTheWay(QString* failed) const {
             *failed = other.copies.first().copy;
             if (other.isHeld() || !dropCopies(other.copies)) return false;
         }
-    return true;
+    *failed = mark_.copies.first().copy;
+    return dropCopies(mark_.copies);
 }
 
 bool CopySession::makeAll(const Maker& make, QString* failed) const {

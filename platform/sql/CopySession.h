@@ -36,6 +36,7 @@ class CopySession {
 
     using Maker = std::function<bool(const TableCopy&)>;
     /// Makes all copies or none. Copies that nobody holds any more are replaced.
+    /// \param make    makes one copy; none of the copies is there
     /// \param failed  the copy that could not be made, or that another session holds
     bool open(const Maker& make, QString* failed);
     /// The tables stay as they are; the copies go.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <list>
+#include <optional>
 
 #include "platform/sql/Session.h"
 #include "platform/sql/Sql.h"
@@ -22,6 +23,21 @@ QVector<TableCopy> onConnection(const QVector<TableCopy>& copies, const QString&
     std::copy_if(copies.begin(), copies.end(), std::back_inserter(some),
                  [&](const TableCopy& copy) { return copy.connection == connection; });
     return some;
+}
+
+/// Names of those copies that are there; nothing when the server does not say.
+std::optional<QStringList> existing(const QString& connection, const QVector<TableCopy>& copies) {
+    QVariantList names;
+    for (const TableCopy& copy : copies) names << copy.copy;
+    QStringList found;
+    Query query(connection);
+    if (!query.exec(
+            "SELECT TABLE_NAME FROM information_schema.TABLES WHERE TABLE_SCHEMA=DATABASE() AND TABLE_NAME IN (" +
+                QStringList(names.size(), QStringLiteral("?")).join(',') + ')',
+            names))
+        return std::nullopt;
+    while (query.next()) found << query.text(0);
+    return found;
 }
 
 bool takeBack(const TableCopy& copy) {
@@ -48,22 +64,16 @@ void resetCounters(const QVector<TableCopy>& copies, const QString& connection) 
 
 bool makeCopy(const TableCopy& copy) {
     Query query(copy.connection);
-    return query.exec("DROP TABLE IF EXISTS " + quotedName(copy.copy)) &&
-           query.exec("CREATE TABLE " + quotedName(copy.copy) + " LIKE " + quotedName(copy.base)) &&
+    return query.exec("CREATE TABLE " + quotedName(copy.copy) + " LIKE " + quotedName(copy.base)) &&
            query.exec("INSERT INTO " + quotedName(copy.copy) + " SELECT * FROM " + quotedName(copy.base));
 }
 
 bool allExist(const QVector<TableCopy>& copies) {
     const QStringList connections = connectionsOf(copies);
     return std::all_of(connections.begin(), connections.end(), [&](const QString& connection) {
-        QVariantList names;
-        for (const TableCopy& copy : onConnection(copies, connection)) names << copy.copy;
-        return scalar(connection,
-                      "SELECT COUNT(*) FROM information_schema.TABLES WHERE TABLE_SCHEMA=DATABASE() AND TABLE_NAME"
-                      " IN (" +
-                          QStringList(names.size(), QStringLiteral("?")).join(',') + ')',
-                      names)
-                   .toInt() == names.size();
+        const QVector<TableCopy> some = onConnection(copies, connection);
+        const auto found = existing(connection, some);
+        return found && found->size() == some.size();
     });
 }
 
@@ -80,12 +90,14 @@ bool restoreCopies(const QVector<TableCopy>& copies) {
     return true;
 }
 
+// A DROP of a table that is not there still costs several writes of the server's log through to the disk.
 bool dropCopies(const QVector<TableCopy>& copies) {
     bool all = true;
     for (const QString& connection : connectionsOf(copies)) {
+        const auto found = existing(connection, onConnection(copies, connection));
         QStringList names;
-        for (const TableCopy& copy : onConnection(copies, connection)) names << quotedName(copy.copy);
-        all &= Query(connection).exec("DROP TABLE IF EXISTS " + names.join(','));
+        for (const QString& name : found.value_or(QStringList())) names << quotedName(name);
+        all &= found && (names.isEmpty() || Query(connection).exec("DROP TABLE IF EXISTS " + names.join(',')));
     }
     return all;
 }

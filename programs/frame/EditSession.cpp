@@ -27,7 +27,7 @@ bool makeShadow(const sql::TableCopy& shadow) {
     const tables::Definition* definition = tables::ofName(shadow.base);
     if (!definition) return false;
     if (tables::isCopyCode(definition->code + tables::copyOffset))
-        return CRDatabase::BuildTable(shadow.copy, definition->code + tables::copyOffset, 1);
+        return CRDatabase::BuildTable(shadow.copy, definition->code + tables::copyOffset, 0);
     return sql::makeCopy(shadow);
 }
 
