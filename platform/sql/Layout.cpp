@@ -1,25 +1,19 @@
 #include <optional>
 
+#include "platform/sql/Escape.h"
+#include "platform/sql/Session.h"
 #include "platform/sql/Sql.h"
 
 namespace sql {
 
 namespace {
 
-constexpr int statementLimit = 4 << 20;
+constexpr qsizetype statementLimit = 1 << 20;  // characters
 
 QString defaultOf(const Column& column) {
     if (!column.defaultValue.isEmpty()) return column.defaultValue;
     return column.type.startsWith("char") || column.type.startsWith("varchar") ? QStringLiteral("''")
                                                                                : QStringLiteral("0");
-}
-
-QString places(qsizetype count) { return '(' + QStringList(count, QStringLiteral("?")).join(',') + ')'; }
-
-int weight(const QVariantList& row) {
-    int sum = 0;
-    for (const QVariant& value : row) sum += 16 + 4 * static_cast<int>(value.toString().size());
-    return sum;
 }
 
 }  // namespace
@@ -47,17 +41,32 @@ QStringList Layout::columnNames() const {
 
 namespace {
 
-// One statement for as many rows as it holds, from `next` on.
-bool insertSome(const QString& connection, const QString& head, qsizetype columns, const QVector<QVariantList>& rows,
-                qsizetype& next) {
-    QStringList groups;
-    QVariantList values;
-    for (int size = 0; next < rows.size() && (groups.isEmpty() || size < statementLimit); ++next) {
-        groups << places(columns);
-        values += rows[next];
-        size += weight(rows[next]);
+QString places(qsizetype count) { return '(' + QStringList(count, QStringLiteral("?")).join(',') + ')'; }
+
+/// The values of a row as they stand in a statement; empty when one of them cannot stand there.
+QString groupOf(const QSqlDriver& driver, const QVariantList& row) {
+    QString group;
+    for (const QVariant& value : row) {
+        const auto text = literal(driver, value);
+        if (!text) return {};
+        group += (group.isEmpty() ? '(' : ',') + *text;
     }
-    return Query(connection).exec(head + groups.join(','), values);
+    return group + ')';
+}
+
+/// The statements that insert the rows; fewer rows than given when one of them cannot be written.
+QStringList insertTexts(const QSqlDriver& driver, const QString& head, const QVector<QVariantList>& rows,
+                        qsizetype* written) {
+    QStringList texts;
+    for (*written = 0; *written < rows.size(); ++*written) {
+        const QString group = groupOf(driver, rows[*written]);
+        if (group.isEmpty()) return texts;
+        if (texts.isEmpty() || texts.back().size() > statementLimit)
+            texts << head + group;
+        else
+            texts.back() += ',' + group;
+    }
+    return texts;
 }
 
 }  // namespace
@@ -68,12 +77,15 @@ bool insertRows(const QString& connection, const QString& table, const QStringLi
     QStringList quoted;
     for (const QString& column : columns) quoted << quotedName(column);
     const QString head = "INSERT INTO " + quotedName(table) + " (" + quoted.join(',') + ") VALUES";
-    int total = 0;
-    for (const QVariantList& row : rows) total += weight(row);
+    const QSqlDriver* driver = Session(connection).database().driver();
+    qsizetype written = 0;
+    const QStringList texts = driver ? insertTexts(*driver, head, rows, &written) : QStringList();
+    if (written < rows.size())  // fails, and tells why
+        return Query(connection).exec(head + places(columns.size()), rows[written]);
     std::optional<Transaction> whole;  // one statement is all or nothing by itself
-    if (total >= statementLimit) whole.emplace(connection);
-    for (qsizetype next = 0; next < rows.size();)
-        if (!insertSome(connection, head, columns.size(), rows, next)) return false;
+    if (texts.size() > 1) whole.emplace(connection);
+    for (const QString& text : texts)
+        if (!Query(connection).exec(text)) return false;
     return !whole || whole->commit();
 }
 
