@@ -20,6 +20,13 @@ QString defaultOf(const Column& column) {
 
 QString quotedName(const QString& name) { return '`' + QString(name).replace('`', "``") + '`'; }
 
+QString numberList(const QVector<int>& numbers) {
+    if (numbers.isEmpty()) return QStringLiteral("-1");
+    QStringList texts;
+    for (const int number : numbers) texts << QString::number(number);
+    return texts.join(',');
+}
+
 QString Column::definition() const {
     QString text = quotedName(name) + ' ' + type + (nullable ? "" : " NOT NULL");
     if (autoIncrement) return text + " AUTO_INCREMENT";

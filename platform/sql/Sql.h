@@ -99,6 +99,9 @@ bool fitsGbk(const QString& text);
 /// The longest beginning of a text that takes at most so many bytes in GBK.
 QString cutToGbk(const QString& text, int bytes);
 
+/// What stands in the brackets of an IN; no row has the -1 that stands there alone.
+QString numberList(const QVector<int>& numbers);
+
 /// An identifier (database, table) in backticks.
 QString quotedName(const QString& name);
 

@@ -174,12 +174,6 @@ bool Installation::write() const {
            transaction.commit();
 }
 
-QString numberList(const QVector<int>& numbers) {
-    QStringList texts;
-    for (const int number : numbers) texts.append(QString::number(number));
-    return texts.join(',');
-}
-
 /// Places and sensitivity rules of the relays, five values each.
 QVariantList parametersOf(const QVector<InstalledRelay>& relays) {
     const auto rules = sensitivityRules();
@@ -221,7 +215,7 @@ int RelayStore::install(const QVector<RelayRequest>& requests) {
 
 bool RelayStore::remove(const QVector<int>& relays) {
     if (relays.isEmpty()) return true;
-    const QString in = " WHERE RNo IN (" + numberList(relays) + ")";
+    const QString in = " WHERE RNo IN (" + sql::numberList(relays) + ")";
     const QVariantList parameters = parametersOf(read(in));
     const QString key = QString(kPlace) + ",RuleNo";
     sql::Transaction transaction;

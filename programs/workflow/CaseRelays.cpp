@@ -46,11 +46,9 @@ bool refuse(const QString& text) {
 }
 
 bool switchRules(int caseNo, const QVector<int>& numbers, int state) {
-    QStringList texts;
-    for (const int number : numbers) texts.append(QString::number(number));
-    return texts.isEmpty() ||
-           sql::Query().exec("UPDATE RLY_CASEINF SET RValid=? WHERE Case_No=? AND RuleNo IN (" + texts.join(',') + ")",
-                             {state, caseNo});
+    return sql::Query().exec(
+        "UPDATE RLY_CASEINF SET RValid=? WHERE Case_No=? AND RuleNo IN (" + sql::numberList(numbers) + ")",
+        {state, caseNo});
 }
 
 /// The ends of an element that may be taken out of service.
@@ -85,12 +83,7 @@ bool CaseStore::addRelays(CaseForm& form, const QVector<int>& relays) {
 
 bool CaseStore::recoverAll() {
     sql::Transaction transaction;
-    sql::Query query;
-    for (const int relay : addedRelays_)
-        for (const char* table : {"RLY_CASEINF", "RLY_CELECHK"})
-            if (!query.exec(QString("DELETE FROM ") + table + " WHERE RNo=? AND Case_No=?",
-                            {relay, current()->Case_No}))
-                return false;
+    if (!addedRelays_.isEmpty() && !takeOut(addedRelays_)) return false;
     deletedRelays_.clear();
     addedRelays_.clear();
     return transaction.commit();
@@ -123,10 +116,9 @@ bool CaseStore::setOutages(const QVector<int>& relays, const QStringList& elemen
         for (const int relay : relays) rows.append(QVariantList{current()->Case_No, relay} + ends);
     }
     sql::Transaction transaction;
-    sql::Query query;
-    for (const int relay : relays)
-        if (!query.exec("DELETE FROM RLY_CELECHK WHERE Case_No=? AND RNo=?", {current()->Case_No, relay})) return false;
-    return sql::insertRows({}, "RLY_CELECHK", columns, rows) && transaction.commit();
+    return sql::Query().exec("DELETE FROM RLY_CELECHK WHERE Case_No=? AND RNo IN (" + sql::numberList(relays) + ")",
+                             {current()->Case_No}) &&
+           sql::insertRows({}, "RLY_CELECHK", columns, rows) && transaction.commit();
 }
 
 QVector<CaseRule> CaseStore::rules() {

@@ -45,17 +45,11 @@ struct RelayData {
     double ctPri = 1, ctSec = 1, ptPri = 1, ptSec = 1;
 };
 
-QString numberList(const QVector<int>& numbers) {
-    QStringList texts = {"-1"};
-    for (const int number : numbers) texts.append(QString::number(number));
-    return texts.join(',');
-}
-
 QHash<int, RelayData> relayData(const QVector<int>& relays) {
     QHash<int, RelayData> data;
     sql::Query query;
     query.exec("SELECT RNo,RTypeCode,ID_Name,I_Name,J_Name,Side,CTPri,CTSec,PTPri,PTSec FROM RLY_RUD WHERE RNo IN (" +
-               numberList(relays) + ")");
+               sql::numberList(relays) + ")");
     while (query.next())
         data[query.number(0)] = {query.text(1), {query.text(2), query.text(3), query.text(4), query.number(5)},
                                  query.real(6), query.real(7),
@@ -149,9 +143,9 @@ bool CaseSettings::load(int caseNo, int rTypeNo, bool* missing) {
     for (const SettingKind& setting : type.settings)
         if (setting.Cdz != kLineLength && !loadSetting(caseNo, type, setting)) return false;
     const int gone = sql::scalar({},
-                                 "SELECT COUNT(*) FROM RLY_CASEINF c LEFT JOIN RLY_RUD u ON u.RNo=c.RNo AND"
-                                 " u.RTypeNo=? WHERE c.Case_No=? AND u.RNo IS NULL",
-                                 {rTypeNo, caseNo})
+                                 "SELECT COUNT(*) FROM (SELECT DISTINCT RNo FROM RLY_CASEINF WHERE Case_No=?) c"
+                                 " LEFT JOIN RLY_RUD u ON u.RNo=c.RNo AND u.RTypeNo=? WHERE u.RNo IS NULL",
+                                 {caseNo, rTypeNo})
                          .toInt();
     if (gone > 0) ReportError(Text::tr("作业中涉及的某些保护不存在，请检查数据"), 1);
     if (missing) *missing = gone > 0;
@@ -169,7 +163,7 @@ QVector<CaseSettingRow> CaseSettings::newRows(const QVector<int>& relays, int rT
     const QStringList values = QStringList(kStages, "0") + stageColumns("z.NRdz").mid(primary ? 0 : kStages, kStages);
     return readRows(rTypeNo, "z.Cdz,u.RNo,u.ID_Name,u.I_Name,u.J_Name,u.Side", values,
                     "RLY_RUD u JOIN RLY_RDZ z ON z.RNo=u.RNo AND z.Cdz!='L'" + stationAt("u") +
-                        " WHERE u.RTypeNo=? AND u.RNo IN (" + numberList(relays) + ") ORDER BY u.RNo,z.DzNo",
+                        " WHERE u.RTypeNo=? AND u.RNo IN (" + sql::numberList(relays) + ") ORDER BY u.RNo,z.DzNo",
                     {rTypeNo});
 }
 

@@ -7,6 +7,7 @@
 #include "platform/sql/Sql.h"
 #include "programs/frame/Messages.h"
 #include "programs/frame/RelayTypes.h"
+#include "programs/frame/TableDefinitions.h"
 #include "programs/frame/TableNames.h"
 #include "programs/workflow/CaseSettings.h"
 #include "programs/workflow/CaseSources.h"
@@ -69,16 +70,15 @@ QHash<int, QString> modeNames() {
 bool copyRows(int from, int to) {
     sql::Transaction transaction;
     sql::Query query;
-    for (const char* name : {"RLY_RUDSYS", "RLY_CASEINF", "RLY_CASERDZ", "RLY_CELECHK", "RLY_CKFCHK", "RLY_KLMFSYS",
-                             "RLY_FZXSSYS", "RLY_CASE_RLY"}) {
-        const QString table = name;
-        const QString copy = table + "_COPY";
-        if (!query.exec("DROP TEMPORARY TABLE IF EXISTS " + copy) ||
-            !query.exec("CREATE TEMPORARY TABLE " + copy + " SELECT * FROM " + table + " WHERE Case_No=?", {from}) ||
-            !query.exec("UPDATE " + copy + " SET Case_No=?", {to}) ||
-            !query.exec("DELETE FROM " + table + " WHERE Case_No=?", {to}) ||
-            !query.exec("INSERT INTO " + table + " SELECT * FROM " + copy) ||
-            !query.exec("DROP TEMPORARY TABLE " + copy))
+    for (const char* table : {"RLY_RUDSYS", "RLY_CASEINF", "RLY_CASERDZ", "RLY_CELECHK", "RLY_CKFCHK", "RLY_KLMFSYS",
+                              "RLY_FZXSSYS", "RLY_CASE_RLY"}) {
+        QStringList columns = tables::ofName(table)->layout.columnNames();
+        columns.removeOne("Case_No");
+        const QString names = columns.join(',');
+        if (!query.exec(QString("DELETE FROM ") + table + " WHERE Case_No=?", {to}) ||
+            !query.exec(QString("INSERT INTO ") + table + " (Case_No," + names + ") SELECT ?," + names + " FROM " +
+                            table + " WHERE Case_No=?",
+                        {to, from}))
             return false;
     }
     return transaction.commit();
@@ -195,7 +195,7 @@ void CaseStore::removeRelay(CaseForm& form, int relay) {
 bool CaseStore::LoadCaseRelays() {
     if (!current() || current()->Case_No < 0) return true;
     const int caseNo = current()->Case_No;
-    const bool any = sql::scalar({}, "SELECT COUNT(*) FROM RLY_CASEINF WHERE Case_No=?", {caseNo}).toInt() > 0;
+    const bool any = sql::scalar({}, "SELECT 1 FROM RLY_CASEINF WHERE Case_No=? LIMIT 1", {caseNo}).toInt() > 0;
     // the settings of the case before must not pass for those of this one
     if (!any && !sql::Query().exec("DELETE FROM RLY_RLYOBJ_TEM")) return false;
     if (!any) return refuse(Text::tr("没有内部作业号为") + QString::number(caseNo) + Text::tr("的作业的信息"));
@@ -243,13 +243,12 @@ bool CaseStore::check(const CaseForm& form) {
     return checkValues(form);
 }
 
-bool CaseStore::forgetDeleted() {
-    sql::Query query;
-    for (const int relay : deletedRelays_)
-        for (const char* table : {"RLY_CASEINF", "RLY_CELECHK"})
-            if (!query.exec(QString("DELETE FROM ") + table + " WHERE RNo=? AND Case_No=?",
-                            {relay, current()->Case_No}))
-                return false;
+bool CaseStore::takeOut(const QList<int>& relays) {
+    for (const char* table : {"RLY_CASEINF", "RLY_CELECHK"})
+        if (!sql::Query().exec(
+                QString("DELETE FROM ") + table + " WHERE Case_No=? AND RNo IN (" + sql::numberList(relays) + ")",
+                {current()->Case_No}))
+            return false;
     return true;
 }
 
@@ -287,7 +286,7 @@ bool CaseStore::SaveRecord(int mode, const CaseForm& form) {
     if (!check(form)) return false;
     CaseNode saved = *current();
     sql::Transaction transaction;
-    bool ok = forgetDeleted();
+    bool ok = deletedRelays_.isEmpty() || takeOut(deletedRelays_);
     if (mode == 1)
         ok = ok && SaveRecord_Case(form, saved) && CaseSettings::storeCase(saved.Case_No, saved.RTypeNo, form) &&
              SaveRecord_Sysmode(form);

@@ -79,7 +79,8 @@ class CaseStore {
     bool checkValues(const CaseForm& form);
     bool SaveRecord_Case(const CaseForm& form, CaseNode& saved);
     bool SaveRecord_Sysmode(const CaseForm& form);
-    bool forgetDeleted();
+    /// Relays with their rules and outage elements, out of the database.
+    bool takeOut(const QList<int>& relays);
 
     QVector<CaseNode> chain_;
     int position_ = -1;

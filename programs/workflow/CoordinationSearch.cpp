@@ -4,7 +4,9 @@
 #include <QSet>
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <set>
+#include <vector>
 
 #include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
@@ -28,11 +30,12 @@ QHash<int, CoordinatingRule> coordinatingRules() {
     QHash<int, CoordinatingRule> rules;
     sql::Query query(tables::ruleConnection);
     query.exec(
-        "SELECT v.RuleNo,v.VType,i.PRTypeNo FROM VARIN v JOIN RULEINF i ON i.RuleNo=v.RuleNo"
+        "SELECT v.RuleNo,v.VType,i.PRTypeNo FROM VARIN v LEFT JOIN RULEINF i ON i.RuleNo=v.RuleNo"
         " WHERE v.VType>400 AND v.VType<=420 ORDER BY v.RuleNo,v.VarNo");
     while (query.next()) {
         if (rules.contains(query.number(0))) continue;
-        rules[query.number(0)] = {query.number(2), CoordinationSearch::coordinatedPart(query.number(1))};
+        rules[query.number(0)] = {query.isNull(2) ? -1 : query.number(2),
+                                  CoordinationSearch::coordinatedPart(query.number(1))};
     }
     return rules;
 }
@@ -40,70 +43,81 @@ QHash<int, CoordinatingRule> coordinatingRules() {
 /// A relay of the case with one of its rules.
 struct CaseRule {
     int RNo, RuleNo, PNo;
-    Location at;
 };
 
-QVector<CaseRule> caseRules(int caseNo) {
+QVector<CaseRule> caseRules(int caseNo, const QList<int>& coordinating) {
     QVector<CaseRule> rows;
     sql::Query query;
-    query.exec(
-        "SELECT c.RNo,c.RuleNo,c.PNo,u.ID_Name,u.I_Name,u.J_Name,u.Side FROM RLY_CASEINF c"
-        " JOIN RLY_RUD u ON u.RNo=c.RNo WHERE c.Case_No=? AND c.PValid=1 AND c.RValid=1"
-        " AND u.RType IN (?,?) ORDER BY c.RNo,c.RuleNo",
-        {caseNo, kLine, kTransformer});
-    while (query.next())
-        rows.append({query.number(0),
-                     query.number(1),
-                     query.number(2),
-                     {query.text(3), query.text(4), query.text(5), query.number(6)}});
+    query.exec("SELECT RNo,RuleNo,PNo FROM RLY_CASEINF WHERE Case_No=? AND PValid=1 AND RValid=1 AND RuleNo IN (" +
+                   sql::numberList(coordinating) + ") ORDER BY RNo,RuleNo,PNo",
+               {caseNo});
+    while (query.next()) rows.append({query.number(0), query.number(1), query.number(2)});
     return rows;
 }
 
-using Standing = QPair<Location, int>;  // place and type
+/// The relays of the project by number and by place.
+class Relays {
+  public:
+    Relays();
+    /// Place of a relay at a branch; null for others.
+    [[nodiscard]] const Location* onBranch(int rNo) const {
+        const auto found = onBranch_.constFind(rNo);
+        return found == onBranch_.constEnd() ? nullptr : &*found;
+    }
+    /// The first relay of a type at a place, -1 without one.
+    [[nodiscard]] int standing(const Location& place, int type) const { return standing_.value({place, type}, -1); }
 
-/// The first relay of each type at each place.
-QHash<Standing, int> standingRelays() {
-    QHash<Standing, int> relays;
+  private:
+    QHash<int, Location> onBranch_;
+    QHash<QPair<Location, int>, int> standing_;
+};
+
+Relays::Relays() {
     sql::Query query;
-    query.exec("SELECT RNo,ID_Name,I_Name,J_Name,Side,RTypeNo FROM RLY_RUD ORDER BY RNo DESC");
-    while (query.next())
-        relays[{{query.text(1), query.text(2), query.text(3), query.number(4)}, query.number(5)}] = query.number(0);
-    return relays;
+    query.exec("SELECT RNo,ID_Name,I_Name,J_Name,Side,RTypeNo,RType FROM RLY_RUD ORDER BY RNo DESC");
+    while (query.next()) {
+        const Location at{query.text(1), query.text(2), query.text(3), query.number(4)};
+        const int element = query.number(6);
+        if (element == kLine || element == kTransformer) onBranch_.insert(query.number(0), at);
+        standing_.insert({at, query.number(5)}, query.number(0));
+    }
 }
 
 bool isSeries(int kind) {
     return kind >= int(exchange::BranchKind::Line) && kind <= int(exchange::BranchKind::Winding);
 }
 
-/// Walks and look-ups of one search.
+using Relation = std::array<int, 4>;  // RNo, PartNo, CoRNo, CoPartNo
+
+/// Walks and look-ups of one search; the relays come one after the other.
 class Search {
   public:
     Search();
     /// \return false when the branch of the rule's relay is not in the network exactly once
-    bool add(int caseNo, const CaseRule& row);
-    [[nodiscard]] QVector<QVariantList> rows() const { return rows_; }
+    bool add(const CaseRule& row);
+    [[nodiscard]] const std::vector<Relation>& relations() const { return relations_; }
+    [[nodiscard]] const QHash<int, CoordinatingRule>& rules() const { return rules_; }
 
   private:
-    [[nodiscard]] const BranchRow* onlyBranch(const Location& at) const;
-    const QVector<Location>& placesBeyond(const BranchRow& branch, int side);
+    bool enter(int rNo);
+    [[nodiscard]] QVector<Location> placesBeyond(const BranchRow& branch, int side) const;
     void addPlaces(const exchange::WalkStep& step, QVector<Location>& places) const;
+    const QVector<int>& others(int type);
 
     std::shared_ptr<const BranchTable> table_ = BranchTable::current();
     QHash<Location, QVector<const BranchRow*>> branches_;
     QHash<int, CoordinatingRule> rules_ = coordinatingRules();
-    QHash<Standing, int> relays_ = standingRelays();
-    QHash<QPair<const BranchRow*, int>, QVector<Location>> beyond_;
-    std::set<std::array<int, 4>> seen_;
-    QVector<QVariantList> rows_;
+    Relays relays_;
+    std::vector<Relation> relations_;
+    int rNo_ = -1;              ///< the relay in hand
+    bool passedOver_ = true;    ///< it stands at no branch
+    QVector<Location> places_;  ///< where those may stand with which it coordinates
+    QHash<int, QVector<int>> others_;
+    std::set<Relation> seen_;
 };
 
 Search::Search() {
     for (const BranchRow& row : table_->rows()) branches_[{row.idName, row.iName, row.jName, 1}].append(&row);
-}
-
-const BranchRow* Search::onlyBranch(const Location& at) const {
-    const auto rows = branches_.value({at.ID_Name, at.I_Name, at.J_Name, 1});
-    return rows.size() == 1 ? rows.front() : nullptr;
 }
 
 void Search::addPlaces(const exchange::WalkStep& step, QVector<Location>& places) const {
@@ -114,29 +128,74 @@ void Search::addPlaces(const exchange::WalkStep& step, QVector<Location>& places
     }
 }
 
-const QVector<Location>& Search::placesBeyond(const BranchRow& branch, int side) {
-    const auto key = qMakePair(&branch, side);
-    const auto known = beyond_.constFind(key);
-    if (known != beyond_.constEnd()) return *known;
+QVector<Location> Search::placesBeyond(const BranchRow& branch, int side) const {
     std::vector<exchange::WalkStep> steps;
     table_->graph().walk(side == 1 ? branch.iNo : branch.jNo, branch.idNo, steps, 1, 1);
     QVector<Location> places;
     for (const auto& step : steps) addPlaces(step, places);
-    return *beyond_.insert(key, places);
+    return places;
 }
 
-bool Search::add(int caseNo, const CaseRule& row) {
-    const auto rule = rules_.constFind(row.RuleNo);
-    if (rule == rules_.constEnd()) return true;
-    const BranchRow* branch = onlyBranch(row.at);
-    if (!branch) return false;
-    for (const Location& place : placesBeyond(*branch, row.at.Side)) {
-        const int other = relays_.value({place, rule->PRTypeNo}, -1);
-        if (other < 0) continue;
-        if (!seen_.insert({row.RNo, row.PNo, other, rule->part}).second) continue;
-        rows_.append({caseNo, row.RNo, row.PNo, other, rule->part});
+bool Search::enter(int rNo) {
+    if (rNo == rNo_) return true;
+    rNo_ = rNo;
+    others_.clear();
+    seen_.clear();
+    const Location* at = relays_.onBranch(rNo);
+    passedOver_ = !at;
+    if (!at) return true;
+    const auto branches = branches_.value({at->ID_Name, at->I_Name, at->J_Name, 1});
+    if (branches.size() != 1) return false;
+    places_ = placesBeyond(*branches.front(), at->Side);
+    return true;
+}
+
+const QVector<int>& Search::others(int type) {
+    const auto known = others_.constFind(type);
+    if (known != others_.constEnd()) return *known;
+    QVector<int> found;
+    for (const Location& place : places_)
+        if (const int other = relays_.standing(place, type); other >= 0) found.append(other);
+    return *others_.insert(type, found);
+}
+
+bool Search::add(const CaseRule& row) {
+    if (!enter(row.RNo)) return false;
+    if (passedOver_) return true;
+    const CoordinatingRule rule = rules_.value(row.RuleNo);
+    for (const int other : others(rule.PRTypeNo)) {
+        const Relation relation = {row.RNo, row.PNo, other, rule.part};
+        if (seen_.insert(relation).second) relations_.push_back(relation);
     }
     return true;
+}
+
+std::optional<std::vector<Relation>> storedRelations(int caseNo) {
+    std::vector<Relation> stored;
+    sql::Query query;
+    if (!query.exec("SELECT RNo,PartNo,CoRNo,CoPartNo FROM RLY_CASERLYCOP WHERE Case_No=?", {caseNo}))
+        return std::nullopt;
+    while (query.next()) stored.push_back({query.number(0), query.number(1), query.number(2), query.number(3)});
+    return stored;
+}
+
+/// A relation that stands as it was found needs no rows written: a case that is calculated again mostly has it.
+bool stands(int caseNo, std::vector<Relation> found) {
+    auto stored = storedRelations(caseNo);
+    if (!stored) return false;
+    std::sort(stored->begin(), stored->end());
+    std::sort(found.begin(), found.end());
+    return stored == found;
+}
+
+bool store(int caseNo, const std::vector<Relation>& relations) {
+    static const QStringList columns = {"Case_No", "RNo", "PartNo", "CoRNo", "CoPartNo"};
+    if (stands(caseNo, relations)) return true;
+    QVector<QVariantList> rows;
+    for (const Relation& one : relations) rows.append({caseNo, one[0], one[1], one[2], one[3]});
+    sql::Transaction transaction;
+    return sql::Query().exec("DELETE FROM RLY_CASERLYCOP WHERE Case_No=?", {caseNo}) &&
+           sql::insertRows({}, "RLY_CASERLYCOP", columns, rows) && transaction.commit();
 }
 
 bool readsSetting(const QHash<int, QSet<int>>& variables, int rule, int vType) {
@@ -156,19 +215,11 @@ QHash<int, QSet<int>> settingVariables() {
 int CoordinationSearch::coordinatedPart(int vType) { return std::clamp((vType - 397) / 4, 1, 5); }
 
 bool CoordinationSearch::SearchRlyCop(int caseNo) {
-    static const QStringList columns = {"Case_No", "RNo", "PartNo", "CoRNo", "CoPartNo"};
     Search search;
-    bool whole = true;
-    for (const CaseRule& row : caseRules(caseNo)) {
-        whole = search.add(caseNo, row);
-        if (!whole) break;
-    }
+    const QVector<CaseRule> rows = caseRules(caseNo, search.rules().keys());
+    const bool whole = std::all_of(rows.begin(), rows.end(), [&](const CaseRule& row) { return search.add(row); });
     if (!whole) ReportError(Text::tr("支路数据抽取错误"), 0);
-    sql::Transaction transaction;
-    sql::Query query;
-    const bool stored = query.exec("DELETE FROM RLY_CASERLYCOP WHERE Case_No=?", {caseNo}) &&
-                        sql::insertRows({}, "RLY_CASERLYCOP", columns, search.rows()) && transaction.commit();
-    return whole && stored;
+    return store(caseNo, search.relations()) && whole;
 }
 
 QVector<CoordinationSearch::Dependent> CoordinationSearch::dependents(int caseNo, int rNo, int pNo, int dzNo,
