@@ -56,8 +56,9 @@ void SettingTable::connectAll() {
             [this](const QModelIndex&, int first, int last) { fitColumns(first, last); });
     connect(model_, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex& first, const QModelIndex& last) { fitColumns(first.row(), last.row()); });
-    for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
-        connect(shown_, signal, this, &SettingTable::findPaint);
+    connect(shown_, &QAbstractItemModel::rowsInserted, this, &SettingTable::findPaint);
+    connect(shown_, &QAbstractItemModel::rowsRemoved, this, &SettingTable::findPaint);
+    connect(model_, &QAbstractItemModel::rowsRemoved, this, &SettingTable::findPaint);  // what shows goes before it
     connect(shown_, &QAbstractItemModel::layoutChanged, this, &SettingTable::findPaint);
     connect(shown_, &QAbstractItemModel::modelReset, this, &SettingTable::findPaint);
     const auto place = [this](const QModelIndex& index) { return shown_->mapToSource(index); };

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -130,7 +131,7 @@ void SettingTableBar::exportTo(const QString& suffix) {
     dialog.setDefaultSuffix(suffix);
     if (dialog.exec() != QDialog::Accepted) return;
     const QString file = dialog.selectedFiles().value(0);
-    host::tableSettings().setValue(kFolderKey, dialog.directory().absolutePath());
+    host::tableSettings().setValue(kFolderKey, QFileInfo(file).absolutePath());
     QString error;
     const bool written =
         suffix == "csv" ? host::writeCsv(*table_, file, &error) : host::writeXlsx(*table_, tr("定值"), file, &error);

@@ -1,12 +1,22 @@
-#include <gtest/gtest.h>
-
+#include <QCheckBox>
 #include <QClipboard>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFile>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QSettings>
 #include <QSignalSpy>
-#include <QTest>
+#include <QSpinBox>
+#include <QTemporaryDir>
+#include <QToolButton>
 
+#include "platform/host/WinDockFeedback.h"
+#include "platform/host/ui/TableHabits.h"
 #include "programs/workflow/ui/SettingTable.h"
+#include "programs/workflow/ui/SettingTableBar.h"
 #include "tests/gui/Screenshot.h"
 #include "tests/gui/workflow/WorkflowWindows.h"
 
@@ -186,4 +196,107 @@ TEST_F(Settings, ColumnsStandAsTheWindowsWantThem) {
     EXPECT_EQ(table.settings().newColumn(1), -1);
     EXPECT_GE(table.columnWidth(0), 100);
     EXPECT_GE(table.columnWidth(2), 80);
+}
+
+namespace {
+
+struct Modal : WorkflowWindows {
+    using WorkflowWindows::whenOpen;
+};
+
+class SettingsBar : public Settings {
+  protected:
+    void SetUp() override {
+        host::tableSettings().remove("SettingTableBar");
+        Settings::SetUp();
+        WinDockFeedback::setReceiver([this](const char* text, int) { said << QString::fromUtf8(text); });
+    }
+    void TearDown() override { WinDockFeedback::setReceiver({}); }
+    /// Chooses an entry of the export menu and a file in the dialog that opens.
+    void exportTo(SettingTableBar& bar, int entry, const QString& file) {
+        Modal::whenOpen([&](QDialog& dialog) {
+            dialog.findChild<QLineEdit*>("fileNameEdit")->setText(file);
+            dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->click();
+        });
+        part<QToolButton>(bar, "toolButton_Export").menu()->actions().at(entry)->trigger();
+    }
+    QTemporaryDir folder;
+    QStringList said;
+};
+
+QByteArray content(const QString& file) {
+    QFile in(file);
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("absent");
+}
+
+}  // namespace
+
+TEST_F(SettingsBar, FiltersWarnsAndRemembersTheShare) {
+    SettingTableBar bar(&table, nullptr);
+    auto& stations = part<QComboBox>(bar, "comboBox_Station");
+    EXPECT_EQ(stations.itemText(0), "全部厂站");
+    EXPECT_EQ(stations.count(), 3);
+    stations.setCurrentText("龙泉站");
+    EXPECT_EQ(shownColumn(2), "300|0.8");
+    EXPECT_EQ(part<QLabel>(bar, "textLabel_Shown").text(), "显示 2 / 6 行");
+    part<QCheckBox>(bar, "checkBox_OnlyChanged").click();
+    table.settings().removeRelay(3);
+    EXPECT_EQ(stations.currentIndex(), 0) << "the station went with its relays";
+    EXPECT_EQ(shownColumn(2), "1200|1300");
+    const int change = table.settings().changeColumn(1);
+    const auto marks = [&] {
+        int count = 0;
+        for (int row = 0; row < table.model()->rowCount(); ++row)
+            count += !table.model()->index(row, change).data(Qt::DecorationRole).isNull();
+        return count;
+    };
+    EXPECT_EQ(marks(), 1) << "20 % unless something else was chosen";
+    part<QSpinBox>(bar, "spinBox_Warning").setValue(10);
+    EXPECT_EQ(marks(), 2);
+    SettingTable other(nullptr, "table_Other");
+    SettingTableBar again(&other, nullptr);
+    EXPECT_EQ(part<QSpinBox>(again, "spinBox_Warning").value(), 10);
+    EXPECT_FALSE(part<QToolButton>(again, "toolButton_Export").isEnabled());
+    EXPECT_EQ(part<QToolButton>(again, "toolButton_Export").toolTip(), "表中没有定值");
+}
+
+TEST_F(SettingsBar, ExportsAndCopiesWhatIsShown) {
+    SettingTableBar bar(&table, nullptr);
+    table.setStation("龙泉站");
+    const QByteArray csv =
+        "\xEF\xBB\xBF保护安装位置,定值名称,单位,一段新定值,二段新定值,一段原定值,二段原定值,一段变化,二段变化\r\n"
+        "线路3线 甲侧 ,整定电流,A,300,0,0,0,新,\r\n线路3线 甲侧 ,动作时间,s,0.8,0,0.5,0,+0.3 (+60%),\r\n";
+    exportTo(bar, 0, folder.filePath("表"));
+    EXPECT_EQ(content(folder.filePath("表.csv")), csv) << "every row with its place, columns as they are shown";
+    EXPECT_EQ(host::tableSettings().value("SettingTableBar/folder").toString(), folder.path());
+    exportTo(bar, 1, folder.filePath("表.xlsx"));
+    EXPECT_TRUE(content(folder.filePath("表.xlsx")).startsWith("PK"));
+    EXPECT_EQ(said.join('|').toStdString(),
+              QString("定值已导出到%1/表.csv|定值已导出到%1/表.xlsx").arg(folder.path()).toStdString());
+    part<QToolButton>(bar, "toolButton_Export").menu()->actions().at(2)->trigger();
+    EXPECT_EQ(QGuiApplication::clipboard()->text().section('\n', 2),
+              "线路3线 甲侧 \t动作时间\ts\t0.8\t0\t0.5\t0\t+0.3 (+60%)\t");
+    table.selectRow(1);
+    QTest::keyClick(&table, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "\t动作时间\ts\t0.8\t0\t0.5\t0\t+0.3 (+60%)\t");
+}
+
+TEST_F(Settings, MarksFollowTheFirstVisibleRowOfTheirRelay) {
+    const auto green = [this](int row, int column) {
+        const QRect cell = table.visualRect(table.model()->index(row, column));
+        return table.viewport()->grab().toImage().pixelColor(cell.topLeft() + QPoint(2, 2)) == QColor(Qt::green);
+    };
+    table.paintRelay(3, 0, false);
+    EXPECT_TRUE(green(2, 0) && !green(3, 0) && !green(0, 0));
+    clickHead(2);
+    EXPECT_TRUE(green(1, 0) && !green(3, 0)) << "its time now stands above its current";
+    clickHead(2);
+    clickHead(2);
+    table.paintRelay(9, 2, true);
+    EXPECT_TRUE(green(4, 2) && green(5, 2) && !green(2, 0) && !green(4, 3));
+    table.settings().removeRelay(7);
+    EXPECT_TRUE(green(2, 2) && green(3, 2) && !green(1, 2));
+    takeScreenshot(table, "settings_marked");
+    table.clearPaint();
+    EXPECT_FALSE(green(2, 2));
 }
