@@ -29,15 +29,15 @@
     </message>
     <message>
         <source>共 %1 个</source>
-        <translation>%1 entries</translation>
+        <translation>Entries: %1</translation>
     </message>
     <message>
         <source>共 %1 个，显示 %2 个</source>
-        <translation>%1 entries, %2 shown</translation>
+        <translation>Entries: %1, shown: %2</translation>
     </message>
     <message>
         <source>已选 %1 个</source>
-        <translation>%1 selected</translation>
+        <translation>Selected: %1</translation>
     </message>
 </context>
 <context>
@@ -101,15 +101,15 @@ Delete it?</translation>
     </message>
     <message>
         <source>选择方式</source>
-        <translation>Selection by</translation>
+        <translation>Selection</translation>
     </message>
     <message>
         <source>指定</source>
-        <translation>Hand</translation>
+        <translation>By hand</translation>
     </message>
     <message>
         <source>电压等级</source>
-        <translation>Voltage level</translation>
+        <translation>By voltage level</translation>
     </message>
     <message>
         <source>全网</source>

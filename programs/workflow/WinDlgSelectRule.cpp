@@ -140,7 +140,9 @@ void WinDlgSelectRule::connectAll() {
         connect(pages_[page].checkBox_tbRule1_Valid, &QCheckBox::clicked, this,
                 &WinDlgSelectRule::CheckBox_Valid_Clicked);
         connect(table, &RecordTable::valueChanged, this, [this, page] { showState(page); });
-        connect(table->horizontalHeader(), &QHeaderView::sectionResized, table, &QTableView::resizeRowsToContents);
+        // once all columns of a change have their widths
+        connect(table->horizontalHeader(), &QHeaderView::sectionResized, table, &QTableView::resizeRowsToContents,
+                Qt::QueuedConnection);
     }
     connect(pushButton_Back, &QPushButton::clicked, this, &WinDlgSelectRule::Button_Back_Clicked);
     connect(pushButton_Cancel, &QPushButton::clicked, this, &WinDlgSelectRule::Button_Cancel_Clicked);

@@ -117,6 +117,33 @@ TEST_F(RuleWindows, OkStoresTheRelayAloneOrRulesAndGroupsForAll) {
     EXPECT_EQ(said(), "");
 }
 
+TEST_F(RuleWindows, TwoThousandRelaysTakeTheRulesOfOneInFewStatements) {
+    QVector<QVariantList> rows;
+    for (int relay = 1001; relay <= 3000; ++relay)
+        for (const int rule : {1101, 1102, 1301}) rows.append({1, relay, relay, rule == 1301 ? 3 : 1, 1, rule, 1, 1});
+    ASSERT_TRUE(sql::insertRows({}, "RLY_CASEINF",
+                                {"Case_No", "TurnNo", "RNo", "PNo", "PValid", "RuleNo", "RValid", "ParNo"}, rows));
+    QElapsedTimer clock;
+    clock.start();
+    WinDlgSelectRule window(1, 1, 1, "t", "x");
+    window.show();
+    RecordProperty("open_ms", int(clock.restart()));
+    tick(page(window, 0), 1);
+    part<QCheckBox>(window, "check_InAllRly").setChecked(true);
+    const auto statements = [] {
+        sql::Query query;
+        query.exec("SHOW SESSION STATUS LIKE 'Questions'");
+        return query.next() ? query.number(1) : -1;
+    };
+    const int before = statements();
+    clock.restart();
+    press(window, "pushButton_Back");
+    RecordProperty("store_ms", int(clock.elapsed()));
+    EXPECT_LT(statements() - before, 20);
+    EXPECT_EQ(value("SELECT COUNT(*) FROM RLY_CASEINF WHERE RuleNo=1102 AND RValid=0"), "2002");
+    EXPECT_EQ(value("SELECT COUNT(*) FROM RLY_CASEINF WHERE RuleNo!=1102 AND RValid=0"), "0");
+}
+
 TEST_F(RuleWindows, CancelTakesBackWhatWasStoredMeanwhileButNotThePartsLeftOut) {
     for (const bool byKey : {false, true}) {
         WinDlgSelectRule window(1, 1, 1, "t", "x");
