@@ -29,6 +29,11 @@ std::string contentOf(const QString& path) {
 
 }  // namespace
 
+TEST(Drawings, OfTheHostAndOfTheShellAreBothInTheProgram) {
+    EXPECT_TRUE(QFile::exists(":/morvane/icons/insert.svg"));
+    EXPECT_TRUE(QFile::exists(":/icons/new.svg"));
+}
+
 TEST(Messages, AreFilteredByLevelAndTextCopiedAndFollowedToTheNewest) {
     shell::MessageDock dock;
     dock.resize(600, 200);
