@@ -428,6 +428,14 @@
         <translation>There is no setting to calculate; please check the parts and the rules</translation>
     </message>
     <message>
+        <source>参量类型错误或数值小于等于零</source>
+        <translation>Wrong parameter type or a value not above zero</translation>
+    </message>
+    <message>
+        <source>，不能确认灵敏度参量</source>
+        <translation>, the sensitivity parameters cannot be confirmed</translation>
+    </message>
+    <message>
         <source>参量类型错误或数值小于等于零（</source>
         <translation>Wrong parameter type or a value not above zero (</translation>
     </message>

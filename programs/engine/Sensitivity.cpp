@@ -90,12 +90,15 @@ bool updateSensitivities(int rTypeNo, const RuleData& rules) {
     return updateByKey("RLY_RKLMTEM_TEM", {"ID", "Valsense"}, rows);
 }
 
+bool takeSensitivityResults(int caseNo) {
+    return sql::Query().exec(
+        "UPDATE RLY_FKLM f JOIN RLY_RDZTEM t ON f.ID_Name=t.ID_Name AND f.I_Name=t.I_Name AND f.J_Name=t.J_Name "
+        "AND f.Side=t.Side AND f.RuleNo=t.RuleNo SET f.RFault=t.RDz WHERE t.Case_No=?",
+        {caseNo});
+}
+
 bool storeSensitivityParameters(CRelayInputCal& relayInput) {
-    if (!sql::Query().exec(
-            "UPDATE RLY_FKLM f JOIN RLY_RDZTEM t ON f.ID_Name=t.ID_Name AND f.I_Name=t.I_Name AND f.J_Name=t.J_Name "
-            "AND f.Side=t.Side AND f.RuleNo=t.RuleNo SET f.RFault=t.RDz WHERE t.Case_No=?",
-            {kSensitivityCase}))
-        return false;
+    if (!takeSensitivityResults(kSensitivityCase)) return false;
     tellUnusable();
     return relayInput.BuildSensitivityRows();
 }

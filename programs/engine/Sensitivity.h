@@ -41,6 +41,9 @@ double quietSensitivity(int rTypeNo, int rno, int pno, const QString& cdz, doubl
 /// result keep what they have.
 bool updateSensitivities(int rTypeNo, const RuleData& rules);
 
+/// Takes the results of a sensitivity run, which stand under a case number, over into RLY_FKLM as they are.
+bool takeSensitivityResults(int caseNo);
+
 /// Takes the results of a sensitivity run (case number 0) over into RLY_FKLM and makes the sensitivity rows anew.
 /// A parameter that came out at 0 or below is stored as it is and told in the dock.
 bool storeSensitivityParameters(CRelayInputCal& relayInput);
