@@ -61,15 +61,16 @@ class DemoStudy : public ServerFixture {
         for (const QString& line : lines) requests.append({place(line.toUtf8(), 1), type, 240, 2200, {}});
         ASSERT_EQ(RelayStore::install(requests), lines.size());
     }
-    /// The case 1 of these relays with one part.
-    void makeCase(int type, const QVector<int>& relays, int part) {
+    /// The case 1 of these relays with one part, or with some.
+    void makeCase(int type, const QVector<int>& relays, int part) { makeCase(type, relays, QVector<int>{part}); }
+    void makeCase(int type, const QVector<int>& relays, const QVector<int>& parts) {
         CaseForm form;
         form.name = "演示";
         form.source = "基础方案";
         form.bigSys = {ModeStore::numberOf("最大方式")};
         form.smallSys = {ModeStore::numberOf("最小方式")};
         form.PartFlg = {};
-        form.PartFlg[size_t(part - 1)] = 1;
+        for (const int part : parts) form.PartFlg[size_t(part - 1)] = 1;
         cases.insert(type, 0, -1, form.source);
         ASSERT_TRUE(cases.addRelays(form, relays) && cases.SaveRecord(1, form));
     }
