@@ -2007,5 +2007,185 @@
         <source>参量值为0，没有灵敏度，请计算灵敏度参量或换用另一参量</source>
         <translation>No sensitivity: the parameter is 0; calculate the sensitivity parameters or use the other one</translation>
     </message>
+    <message>
+        <source>本线路 </source>
+        <translation>Own line </translation>
+    </message>
+    <message>
+        <source>测量阻抗 </source>
+        <translation>Measured impedance </translation>
+    </message>
+    <message>
+        <source>（图外）</source>
+        <translation> (outside the picture)</translation>
+    </message>
+    <message>
+        <source>另有 %1 条支路</source>
+        <translation>%1 further branches</translation>
+    </message>
+    <message>
+        <source>没有选定保护</source>
+        <translation>No relay is selected</translation>
+    </message>
+    <message>
+        <source>该保护没有阻抗定值，没有阻抗平面图</source>
+        <translation>This relay has no impedance settings and so no R-X picture</translation>
+    </message>
+    <message>
+        <source>画法: 各段按过原点、直径为定值、沿线路阻抗角的圆画</source>
+        <translation>Convention: each stage is drawn as the circle through the origin whose diameter is the setting at the angle of the line</translation>
+    </message>
+    <message>
+        <source>测量阻抗只算出大小，画成圆弧</source>
+        <translation>Measured impedances are calculated by magnitude only and drawn as arcs</translation>
+    </message>
+    <message>
+        <source>阻抗平面图</source>
+        <translation>R-X picture</translation>
+    </message>
+    <message>
+        <source>与之配合的%1不在本线路对侧，没有画</source>
+        <translation>%1, with which the relay coordinates, does not stand behind the line and is not drawn</translation>
+    </message>
+    <message>
+        <source>基础网络</source>
+        <translation>base network</translation>
+    </message>
+    <message>
+        <source>三相短路接地</source>
+        <translation>three-phase to ground</translation>
+    </message>
+    <message>
+        <source>单相接地短路</source>
+        <translation>single-phase to ground</translation>
+    </message>
+    <message>
+        <source>两相短路</source>
+        <translation>two-phase</translation>
+    </message>
+    <message>
+        <source>两相接地短路</source>
+        <translation>two-phase to ground</translation>
+    </message>
+    <message>
+        <source>三相断线</source>
+        <translation>three phases open</translation>
+    </message>
+    <message>
+        <source>单相断线</source>
+        <translation>one phase open</translation>
+    </message>
+    <message>
+        <source>两相断线</source>
+        <translation>two phases open</translation>
+    </message>
+    <message>
+        <source>%1伸出本线路末端：%2 &gt; %3</source>
+        <translation>%1 reaches beyond the end of the line: %2 &gt; %3</translation>
+    </message>
+    <message>
+        <source>%1在本线路末端故障时会动作：%2 &lt; %3</source>
+        <translation>%1 acts in a fault at the end of the line: %2 &lt; %3</translation>
+    </message>
+    <message>
+        <source>%1与%2的%3时差 %4</source>
+        <translation>%1 against %3 of %2: time difference %4</translation>
+    </message>
+    <message>
+        <source>电流方向与本保护相反，不需配合: %1</source>
+        <translation>Current opposes that of this relay, no coordination needed: %1</translation>
+    </message>
+    <message>
+        <source>没有分支系数，按 1 画，不校核时差: %1</source>
+        <translation>No branch coefficient, drawn with 1, times not checked: %1</translation>
+    </message>
+    <message>
+        <source>本线路对侧没有其他线路和变压器</source>
+        <translation>There is no other line or transformer behind this line</translation>
+    </message>
+    <message>
+        <source>没有算出故障时的测量阻抗</source>
+        <translation>No measured impedance of a fault has been calculated</translation>
+    </message>
+    <message>
+        <source>没有算出本线路末端短路时的电流，不校核一段是否超越</source>
+        <translation>No current of a short circuit at the end of the line has been calculated; whether stage I overreaches is not checked</translation>
+    </message>
+    <message>
+        <source>保护不在线路或变压器上，没有阻抗平面</source>
+        <translation>The relay does not stand at a line or transformer; there is no impedance plane</translation>
+    </message>
+    <message>
+        <source>保护所在的支路不在当前网络中</source>
+        <translation>The branch of the relay is not in the present network</translation>
+    </message>
+    <message>
+        <source>网络中没有支路“%1”的阻抗或基准电压</source>
+        <translation>The network has no impedance or base voltage for branch “%1”</translation>
+    </message>
+    <message>
+        <source>%1没有定值</source>
+        <translation>%1 has no setting</translation>
+    </message>
+    <message>
+        <source>%1没有动作时间</source>
+        <translation>%1 has no operating time</translation>
+    </message>
+    <message>
+        <source>%1段</source>
+        <translation>Stage %1</translation>
+    </message>
+    <message>
+        <source>时间未知</source>
+        <translation>time unknown</translation>
+    </message>
+    <message>
+        <source>，没有同类保护</source>
+        <translation>, no relay of this type</translation>
+    </message>
+    <message>
+        <source>，助增系数 %1</source>
+        <translation>, assist coefficient %1</translation>
+    </message>
+    <message>
+        <source>，分支系数 %1</source>
+        <translation>, branch coefficient %1</translation>
+    </message>
+    <message>
+        <source>（二次）</source>
+        <translation> (secondary)</translation>
+    </message>
+    <message>
+        <source>（一次）</source>
+        <translation> (primary)</translation>
+    </message>
+    <message>
+        <source>（以上为一次值）</source>
+        <translation>(primary values)</translation>
+    </message>
+    <message>
+        <source>测量阻抗</source>
+        <translation>Measured impedance</translation>
+    </message>
+    <message>
+        <source>流过本保护的电流</source>
+        <translation>Current through this relay</translation>
+    </message>
+    <message>
+        <source>动作时间 / s</source>
+        <translation>Operating time / s</translation>
+    </message>
+    <message>
+        <source>本线路末端 </source>
+        <translation>End of the line </translation>
+    </message>
+    <message>
+        <source>没有可画的段: </source>
+        <translation>There is no stage to draw: </translation>
+    </message>
+    <message>
+        <source>时间配合图</source>
+        <translation>Time coordination</translation>
+    </message>
 </context>
 </TS>
