@@ -188,7 +188,7 @@ bool CaseSettings::storeWorking(int rTypeNo, const CaseForm& form) {
         const RelayData relay = walk.relays.value(row.RNo);
         rows.append(QVariantList{walk.turnNo, row.RNo, relay.RTypeCode, relay.at.ID_Name, relay.at.I_Name,
                                  relay.at.J_Name, relay.at.Side, walk.type.NPart, walk.dzNo, row.Cdz} +
-                    bothMeasures(row.oldValue, walk.type.NPart, form.primary, k) +
+                    bothMeasures(row.oldValue, kStages, form.primary, k) +
                     bothMeasures(row.newValue, walk.type.NPart, form.primary, k) + QVariantList{walk.vType(row)});
     }
     sql::Query query;

@@ -95,6 +95,7 @@ class WinDlgRlyCalMain : public QDialog {
     void DspCaseInf(const CaseForm& form);
     void DspTable_ObjRly();
     void DspSysmode();
+    void markFirst();
     void showNoCase();
     void showParts();
     void showSources(const QString& label, const QStringList& names, const QString& shown);

@@ -86,8 +86,15 @@ void WinDlgRlyCalMain::DspTable_ObjRly() {
     const int type = editing_.cases().current()->RTypeNo;
     table_ObjRly->setColumns({readRelayTypes().value(type).NPart, SettingColumns::Values::NewAndOld, true, true});
     table_ObjRly->setRows(editing_.cases().form(yiErFlag == 1).rows);
+    markFirst();
+}
+
+void WinDlgRlyCalMain::markFirst() {
     paintedRNo = -1;
-    if (!table_ObjRly->rows().isEmpty()) Paint_table_ObjRly(0, 0);
+    if (!table_ObjRly->rows().isEmpty()) {
+        table_ObjRly->setCurrentCell(0, 0);
+        Paint_table_ObjRly(0, 0);
+    }
     updateButtons();
 }
 
@@ -138,6 +145,7 @@ void WinDlgRlyCalMain::PushButton_Add_Clicked() {
     if (!editing_.cases().addRelays(form, relays)) return;
     comboBox_RType->setEnabled(false);
     table_ObjRly->settings().append(form.rows.mid(before));
+    if (table_ObjRly->row() < 0) markFirst();
     updateButtons();
 }
 
@@ -148,9 +156,7 @@ void WinDlgRlyCalMain::PushButton_Delete_Clicked() {
     CaseForm form = formOf();
     editing_.cases().removeRelay(form, relay);
     table_ObjRly->settings().removeRelay(relay);
-    paintedRNo = -1;
-    if (!table_ObjRly->rows().isEmpty()) Paint_table_ObjRly(0, 0);
-    updateButtons();
+    markFirst();
 }
 
 void WinDlgRlyCalMain::Paint_table_ObjRly(int row, int) {

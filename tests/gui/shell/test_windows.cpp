@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QRegularExpression>
 #include <QTreeView>
+#include <set>
 
 #include "programs/frame/EditSession.h"
 #include "programs/frame/UserStore.h"
@@ -199,14 +200,19 @@ void lookAtAll() {
     part<QLineEdit>("lineEdit_Find")->setText("石");
     look(*window, "find");
     for (const char* name : {"open", "import", "save_as", "settings", "shortcuts", "about"}) lookAtAction(name);
-    for (const auto& [name, action] : window->menus().module()->asKeyValueRange())
-        if (action->isVisible() && action->isEnabled()) lookAtAction(name);
+    for (const int mode : {0, 1}) {
+        emit part<QComboBox>("comboBox_Mode")->activated(mode);
+        for (const auto& [name, action] : window->menus().module()->asKeyValueRange())
+            if (action->isVisible() && action->isEnabled() && seen_.insert(look_->name + name).second)
+                lookAtAction(name);
+    }
     lookAtLeftover();
     lookAtLogIn();
 }
 
 shell::Settings settings_;
 const Look* look_ = nullptr;
+std::set<QString> seen_;  ///< actions in this look
 Pictures pictures_;
 }
 ;
