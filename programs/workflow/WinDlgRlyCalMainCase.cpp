@@ -92,7 +92,7 @@ void WinDlgRlyCalMain::DspTable_ObjRly() {
 void WinDlgRlyCalMain::markFirst() {
     paintedRNo = -1;
     if (!table_ObjRly->rows().isEmpty()) {
-        table_ObjRly->setCurrentCell(0, 0);
+        table_ObjRly->setCurrentCell(0, table_ObjRly->settings().newColumn(1));
         Paint_table_ObjRly(0, 0);
     }
     updateButtons();
