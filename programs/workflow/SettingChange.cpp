@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "platform/host/Text.h"
 
@@ -28,11 +29,14 @@ QString SettingChange::text() const {
 
 bool SettingChange::exceeds(double limit) const { return share && std::abs(*share) > limit + 1e-9; }
 
-std::optional<SettingChange> settingChange(const QString& newValue, const QString& oldValue) {
-    if (newValue == oldValue) return std::nullopt;
-    bool isNumber = false, wasNumber = false;
-    const double now = newValue.toDouble(&isNumber), before = oldValue.toDouble(&wasNumber);
-    if (!isNumber || !wasNumber || !(std::abs(now - before) >= kHalfADigit)) return std::nullopt;
-    const double difference = now - before;
-    return SettingChange{difference, before == 0 ? std::nullopt : std::optional(difference / std::abs(before))};
+double settingNumber(const QString& text) {
+    bool isNumber = false;
+    const double value = text.toDouble(&isNumber);
+    return isNumber ? value : std::numeric_limits<double>::quiet_NaN();
+}
+
+std::optional<SettingChange> settingChange(double newValue, double oldValue) {
+    const double difference = newValue - oldValue;
+    if (!std::isfinite(difference) || std::abs(difference) < kHalfADigit) return std::nullopt;
+    return SettingChange{difference, oldValue == 0 ? std::nullopt : std::optional(difference / std::abs(oldValue))};
 }

@@ -14,5 +14,7 @@ struct SettingChange {
     [[nodiscard]] bool exceeds(double limit) const;
 };
 
+/// Value of a setting as typed; not a number when it is none.
+double settingNumber(const QString& text);
 /// Nothing when the values are equal in the digits that are stored, or one of them is no number.
-std::optional<SettingChange> settingChange(const QString& newValue, const QString& oldValue);
+std::optional<SettingChange> settingChange(double newValue, double oldValue);

@@ -1,5 +1,7 @@
 
+#include "programs/workflow/CaseSettings.h"
 #include "programs/workflow/CaseStore.h"
+#include "programs/workflow/ResultTable.h"
 #include "programs/workflow/SettingStore.h"
 #include "tests/workflow/WorkflowFixture.h"
 
@@ -51,6 +53,23 @@ TEST_F(Cases, ARelayThatIsThereIsPassedOver) {
     ASSERT_TRUE(cases.addRelays(form, {2, 1}));
     EXPECT_EQ(form.rows.size(), 4);
     EXPECT_EQ(count("RLY_CASEINF"), 2 * perRelay);
+}
+
+TEST_F(Cases, SettingsKnowTheirKindAndTheStationAtTheRelaysEnd) {
+    ASSERT_TRUE(exec("UPDATE CDB_NODEBAK SET PS_Name=CONCAT('Station ',Node_Name)"));
+    CaseForm form = makeCase("零序");
+    EXPECT_EQ(row(form, 1, "Idz").station, "Station A");
+    EXPECT_EQ(row(form, 2, "t").station, "Station B");
+    EXPECT_EQ(row(form, 1, "Idz").VType, kCurrent);
+    EXPECT_EQ(row(form, 1, "t").VType, kTime);
+    ASSERT_TRUE(exec("DELETE FROM CDB_NODEBAK WHERE Node_Name='B'"));
+    const QVector<CaseSettingRow> fresh = CaseSettings::newRows({2, 1}, 3, true);
+    ASSERT_EQ(fresh.size(), 4);
+    EXPECT_EQ(fresh[0].station, "Station A");
+    EXPECT_EQ(fresh[3].station, "") << "a relay whose node is gone still shows";
+    EXPECT_EQ(fresh[3].VType, kTime);
+    EXPECT_EQ(fresh[3].newValue[0], "0");
+    EXPECT_EQ(fresh[3].oldValue[0], "0.1");
 }
 
 TEST_F(Cases, SecondaryValuesFollowTheRatios) {

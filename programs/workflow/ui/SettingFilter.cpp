@@ -1,32 +1,44 @@
 #include "programs/workflow/ui/SettingFilter.h"
 
+#include <QHash>
+#include <cmath>
 #include <limits>
 
 namespace {
 
 using Content = SettingModel::Content;
 
-template <class Value>
-int three(const Value& left, const Value& right) {
-    return left < right ? -1 : right < left ? 1 : 0;
-}
-
 /// Texts that are no numbers come first.
-double number(const QString& text) {
-    bool isNumber = false;
-    const double value = text.toDouble(&isNumber);
-    return isNumber && value == value ? value : -std::numeric_limits<double>::infinity();
-}
+double number(double value) { return std::isnan(value) ? -std::numeric_limits<double>::infinity() : value; }
 
 /// A setting that had no value changed more than any other.
 double share(const std::optional<SettingChange>& change) {
     return !change ? 0 : change->share.value_or(std::numeric_limits<double>::infinity());
 }
 
+/// Places of texts in their order; equal ones have the same.
+template <class TextOf>
+QVector<double> ranks(const QVector<CaseSettingRow>& rows, TextOf textOf) {
+    QHash<QString, double> rank;
+    for (const CaseSettingRow& row : rows) rank.insert(textOf(row), 0);
+    QStringList texts = rank.keys();
+    std::sort(texts.begin(), texts.end(), [](const auto& a, const auto& b) { return a.localeAwareCompare(b) < 0; });
+    for (qsizetype at = 0; at < texts.size(); ++at) rank[texts[at]] = double(at);
+    QVector<double> keys;
+    for (const CaseSettingRow& row : rows) keys << rank.value(textOf(row));
+    return keys;
+}
+
 }  // namespace
 
 SettingFilter::SettingFilter(SettingModel* settings, QObject* parent)
     : QSortFilterProxyModel(parent), settings_(settings) {
+    // before the base hears of them
+    const auto forget = [this] { keys_.clear(); };
+    connect(settings, &QAbstractItemModel::modelReset, this, forget);
+    connect(settings, &QAbstractItemModel::rowsInserted, this, forget);
+    connect(settings, &QAbstractItemModel::rowsRemoved, this, forget);
+    connect(settings, &QAbstractItemModel::dataChanged, this, forget);
     setSourceModel(settings);
 }
 
@@ -47,6 +59,7 @@ void SettingFilter::sort(int column, Qt::SortOrder direction) {
 
 // The base sorts by the first column in name only, which no change of a value touches.
 void SettingFilter::apply() {
+    keys_.clear();
     const int column = order_.sorted ? 0 : -1;
     const Qt::SortOrder direction = order_.sorted ? order_.direction : Qt::AscendingOrder;
     if (sortColumn() == column && sortOrder() == direction) return invalidate();
@@ -84,34 +97,33 @@ bool SettingFilter::filterAcceptsRow(int row, const QModelIndex&) const {
     return !order_.onlyChanged || settings_->isChanged(row);
 }
 
-int SettingFilter::compare(int left, int right) const {
-    const CaseSettingRow& a = settings_->rows()[left];
-    const CaseSettingRow& b = settings_->rows()[right];
-    const int part = order_.key.part;
-    switch (order_.key.kind) {
-        case Content::Label:
-            return three(a.label.localeAwareCompare(b.label), 0);
-        case Content::Name:
-            return three(a.DspCdz.localeAwareCompare(b.DspCdz), 0);
-        case Content::New:
-            return three(number(a.newValue[size_t(part - 1)]), number(b.newValue[size_t(part - 1)]));
-        case Content::Old:
-            return three(number(a.oldValue[size_t(part - 1)]), number(b.oldValue[size_t(part - 1)]));
-        case Content::Change:
-            return three(share(settings_->change(left, part)), share(settings_->change(right, part)));
-        case Content::Unit:
-            return three(a.VType, b.VType);
-        case Content::Relay:
-            return three(a.RNo, b.RNo);
-        case Content::Cdz:
-            return three(a.Cdz, b.Cdz);
-    }
-    return 0;
+QVector<double> SettingFilter::keys() const {
+    const QVector<CaseSettingRow>& rows = settings_->rows();
+    if (order_.key.kind == Content::Label) return ranks(rows, [](const auto& row) { return row.label; });
+    if (order_.key.kind == Content::Name) return ranks(rows, [](const auto& row) { return row.DspCdz; });
+    QVector<double> keys;
+    for (int row = 0; row < rows.size(); ++row) switch (order_.key.kind) {
+            case Content::New:
+                keys << number(settings_->newNumber(row, order_.key.part));
+                break;
+            case Content::Old:
+                keys << number(settings_->oldNumber(row, order_.key.part));
+                break;
+            case Content::Change:
+                keys << share(settings_->change(row, order_.key.part));
+                break;
+            case Content::Unit:
+                keys << rows[row].VType;
+                break;
+            default:
+                keys << row;
+        }
+    return keys;
 }
 
 bool SettingFilter::lessThan(const QModelIndex& left, const QModelIndex& right) const {
-    const int order = compare(left.row(), right.row());
-    if (order != 0) return order < 0;
-    const bool above = left.row() < right.row();
-    return order_.direction == Qt::AscendingOrder ? above : left.row() > right.row();
+    if (keys_.isEmpty()) keys_ = keys();
+    const double a = keys_[left.row()], b = keys_[right.row()];
+    if (a != b) return a < b;
+    return order_.direction == Qt::AscendingOrder ? left.row() < right.row() : left.row() > right.row();
 }

@@ -40,10 +40,11 @@ class SettingFilter : public QSortFilterProxyModel {
     [[nodiscard]] bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
 
   private:
-    [[nodiscard]] int compare(int left, int right) const;
+    [[nodiscard]] QVector<double> keys() const;
     void apply();
 
     SettingModel* settings_;
     SettingOrder order_;
+    mutable QVector<double> keys_;  ///< of the rows by the column that sorts; empty until they are needed
     bool typing_ = false;
 };

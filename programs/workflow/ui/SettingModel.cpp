@@ -1,17 +1,42 @@
 #include "programs/workflow/ui/SettingModel.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "platform/host/ui/Icons.h"
 #include "platform/host/ui/TableExport.h"
 #include "programs/workflow/ResultTable.h"
 
-SettingModel::SettingModel(QObject* parent) : QAbstractTableModel(parent), warning_(host::icon("warning")) {}
+namespace {
+
+/// Drawn once in the usual sizes: a table shows hundreds.
+QIcon drawnOnce(const QIcon& icon) {
+    QIcon drawn;
+    for (const int size : {16, 20, 24, 32, 48, 64}) drawn.addPixmap(icon.pixmap(size));
+    return drawn;
+}
+
+}  // namespace
+
+SettingModel::SettingModel(QObject* parent) : QAbstractTableModel(parent), warning_(drawnOnce(host::icon("warning"))) {}
+
+SettingModel::Numbers::Numbers(const CaseSettingRow& row) {
+    std::transform(row.newValue.begin(), row.newValue.end(), now.begin(), settingNumber);
+    std::transform(row.oldValue.begin(), row.oldValue.end(), before.begin(), settingNumber);
+}
+
+QVector<SettingModel::Numbers> SettingModel::numbersOf(const QVector<CaseSettingRow>& rows) {
+    QVector<Numbers> numbers;
+    numbers.reserve(rows.size());
+    for (const CaseSettingRow& row : rows) numbers.append(Numbers(row));
+    return numbers;
+}
 
 void SettingModel::setColumns(const SettingColumns& columns) {
     beginResetModel();
     columns_ = columns;
     rows_.clear();
+    numbers_.clear();
     endResetModel();
 }
 
@@ -21,6 +46,7 @@ void SettingModel::setRows(QVector<CaseSettingRow> rows) {
         return takeValues(std::move(rows));
     beginResetModel();
     rows_ = std::move(rows);
+    numbers_ = numbersOf(rows_);
     endResetModel();
 }
 
@@ -32,6 +58,7 @@ void SettingModel::takeValues(QVector<CaseSettingRow> rows) {
     while (first <= last && !differs(first)) ++first;
     while (last > first && !differs(last)) --last;
     rows_ = std::move(rows);
+    for (qsizetype row = first; row <= last; ++row) numbers_[row] = Numbers(rows_[row]);
     if (first <= last) tellRows(int(first), int(last));
 }
 
@@ -43,6 +70,7 @@ void SettingModel::append(const QVector<CaseSettingRow>& rows) {
     if (rows.isEmpty()) return;
     beginInsertRows({}, rowCount(), rowCount() + int(rows.size()) - 1);
     rows_ += rows;
+    numbers_ += numbersOf(rows);
     endInsertRows();
 }
 
@@ -53,6 +81,7 @@ void SettingModel::removeRelay(int rNo) {
         while (first > 0 && rows_[first - 1].RNo == rNo) --first;
         beginRemoveRows({}, first, last);
         rows_.remove(first, last - first + 1);
+        numbers_.remove(first, last - first + 1);
         endRemoveRows();
         last = first;
     }
@@ -67,7 +96,10 @@ int SettingModel::find(int rNo, const QString& cdz) const {
 void SettingModel::setValue(int row, int part, const QString& text) {
     if (row < 0 || row >= rowCount() || part < 1 || part > parts()) return;
     rows_[row].newValue[size_t(part - 1)] = text;
-    tellRows(row, row);
+    numbers_[row].now[size_t(part - 1)] = settingNumber(text);
+    // cell by cell, so that views paint no more than these
+    for (const int column : {newColumn(part), changeColumn(part)})
+        if (column >= 0) emit dataChanged(index(row, column), index(row, column));
 }
 
 void SettingModel::setWarningShare(double share) {
@@ -114,10 +146,6 @@ int SettingModel::columnOf(Content wanted) const {
     return -1;
 }
 
-std::optional<SettingChange> SettingModel::change(int row, int part) const {
-    return settingChange(rows_[row].newValue[size_t(part - 1)], rows_[row].oldValue[size_t(part - 1)]);
-}
-
 bool SettingModel::isChanged(int row) const {
     for (int part = 1; part <= parts(); ++part)
         if (change(row, part)) return true;
@@ -156,11 +184,9 @@ QString SettingModel::text(int row, Content content) const {
 
 QVariant SettingModel::exported(int row, Content content) const {
     if (content.kind == Content::Label) return rows_[row].label;
-    const QString shown = text(row, content);
-    if (content.kind != Content::New && content.kind != Content::Old) return shown;
-    bool isNumber = false;
-    const double value = shown.toDouble(&isNumber);
-    return isNumber ? QVariant(value) : QVariant(shown);
+    if (content.kind != Content::New && content.kind != Content::Old) return text(row, content);
+    const double value = content.kind == Content::New ? newNumber(row, content.part) : oldNumber(row, content.part);
+    return std::isnan(value) ? QVariant(text(row, content)) : QVariant(value);
 }
 
 bool SettingModel::warns(int row, Content content) const {

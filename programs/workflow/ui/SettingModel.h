@@ -58,7 +58,12 @@ class SettingModel : public QAbstractTableModel {
     [[nodiscard]] int partOf(int column) const;
     [[nodiscard]] Content content(int column) const;
     [[nodiscard]] int columnOf(Content content) const;  ///< -1 when it is not shown
-    [[nodiscard]] std::optional<SettingChange> change(int row, int part) const;
+    /// Values of a part as numbers; not a number where the text is none.
+    [[nodiscard]] double newNumber(int row, int part) const { return numbers_[row].now[size_t(part - 1)]; }
+    [[nodiscard]] double oldNumber(int row, int part) const { return numbers_[row].before[size_t(part - 1)]; }
+    [[nodiscard]] std::optional<SettingChange> change(int row, int part) const {
+        return settingChange(newNumber(row, part), oldNumber(row, part));
+    }
     /// Whether any part of the relay type changed.
     [[nodiscard]] bool isChanged(int row) const;
 
@@ -77,11 +82,19 @@ class SettingModel : public QAbstractTableModel {
     [[nodiscard]] QVariant exported(int row, Content content) const;
     /// The mark belongs into the change column, or into that of the value where changes are not shown.
     [[nodiscard]] bool warns(int row, Content content) const;
+    /// The values of a row as numbers, which sorting, filtering and painting ask for again and again.
+    struct Numbers {
+        std::array<double, kStages> now, before;
+        Numbers() = default;
+        explicit Numbers(const CaseSettingRow& row);
+    };
+    static QVector<Numbers> numbersOf(const QVector<CaseSettingRow>& rows);
     void takeValues(QVector<CaseSettingRow> rows);
     void tellRows(int first, int last);
 
     SettingColumns columns_;
     QVector<CaseSettingRow> rows_;
+    QVector<Numbers> numbers_;
     double warningShare_ = 0.2;
     QIcon warning_;
 };

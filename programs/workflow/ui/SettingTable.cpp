@@ -51,11 +51,10 @@ SettingTable::SettingTable(QWidget* parent, const char* name)
 
 void SettingTable::connectAll() {
     connect(model_, &SettingModel::typed, this, &SettingTable::valueChanged);
-    connect(model_, &QAbstractItemModel::modelReset, this, [this] { fitColumns(0, model_->rowCount() - 1); });
+    connect(model_, &QAbstractItemModel::modelReset, this, [this] { fitRows(0, model_->rowCount() - 1); });
     connect(model_, &QAbstractItemModel::rowsInserted, this,
-            [this](const QModelIndex&, int first, int last) { fitColumns(first, last); });
-    connect(model_, &QAbstractItemModel::dataChanged, this,
-            [this](const QModelIndex& first, const QModelIndex& last) { fitColumns(first.row(), last.row()); });
+            [this](const QModelIndex&, int first, int last) { fitRows(first, last); });
+    connect(model_, &QAbstractItemModel::dataChanged, this, &SettingTable::fitCells);
     connect(shown_, &QAbstractItemModel::rowsInserted, this, &SettingTable::findPaint);
     connect(shown_, &QAbstractItemModel::rowsRemoved, this, &SettingTable::findPaint);
     connect(model_, &QAbstractItemModel::rowsRemoved, this, &SettingTable::findPaint);  // what shows goes before it
@@ -84,18 +83,24 @@ void SettingTable::arrangeColumns() {
     }
     header->moveSection(header->visualIndex(model_->unitColumn()), SettingModel::FirstValue);
     fitted_.assign(size_t(model_->columnCount()), 0);
-    fitColumns(0, model_->rowCount() - 1);
+    for (int column = 0; column < model_->columnCount(); ++column)
+        widen(column, std::max(givenWidth(model_->content(column)), header->sectionSizeHint(column)));
+    fitRows(0, model_->rowCount() - 1);
 }
 
-void SettingTable::fitColumns(int firstRow, int lastRow) {
-    for (int column = 0; column < int(fitted_.size()); ++column) {
-        if (isColumnHidden(column)) continue;
-        const int wanted = std::max({givenWidth(model_->content(column)), horizontalHeader()->sectionSizeHint(column),
-                                     wantedWidth(column, firstRow, lastRow)});
-        if (wanted <= fitted_[size_t(column)]) continue;
-        fitted_[size_t(column)] = wanted;
-        setColumnWidth(column, wanted);
-    }
+void SettingTable::widen(int column, int wanted) {
+    if (isColumnHidden(column) || wanted <= fitted_[size_t(column)]) return;
+    fitted_[size_t(column)] = wanted;
+    setColumnWidth(column, wanted);
+}
+
+void SettingTable::fitRows(int firstRow, int lastRow) {
+    if (firstRow <= lastRow) fitCells(model_->index(firstRow, 0), model_->index(lastRow, int(fitted_.size()) - 1));
+}
+
+void SettingTable::fitCells(const QModelIndex& first, const QModelIndex& last) {
+    for (int column = first.column(); column <= last.column(); ++column)
+        widen(column, wantedWidth(column, first.row(), last.row()));
 }
 
 // Digits are all of one width, so the longest number is the widest; of places and names each is measured once.

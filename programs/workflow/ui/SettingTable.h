@@ -61,8 +61,10 @@ class SettingTable : public TypingTable<QTableView>, private CellMarks {
     friend class SettingCell;
     void connectAll();
     void arrangeColumns();
-    /// Columns as wide as what stands in these rows wants; what the user narrowed stays until more is wanted.
-    void fitColumns(int firstRow, int lastRow);
+    /// Columns as wide as what stands in these cells wants; what the user narrowed stays until more is wanted.
+    void fitCells(const QModelIndex& first, const QModelIndex& last);
+    void fitRows(int firstRow, int lastRow);
+    void widen(int column, int wanted);
     [[nodiscard]] int wantedWidth(int column, int firstRow, int lastRow) const;
     void findPaint();
     void follow(SettingTable& leader);

@@ -132,7 +132,7 @@ TEST_F(Settings, ChangesAreToldInFiguresOfUse) {
     clickHead(change);
     EXPECT_EQ(shownColumn(change), "||+200 (+20%)|+300 (+30%)|+0.3 (+60%)|新");
     const auto text = [](const char* now, const char* before) {
-        const auto found = settingChange(now, before);
+        const auto found = settingChange(settingNumber(now), settingNumber(before));
         return found ? found->text().toStdString() : "-";
     };
     EXPECT_EQ(text("0.80", "0.8"), "-");
