@@ -12,6 +12,7 @@ TEST_F(RunWindow, OpensWithTheSettingsOfTheCaseAndNothingToLose) {
     EXPECT_EQ(settings(*shown).settings().partOf(column(4)), 4);
     EXPECT_EQ(part<QLineEdit>(*shown, "lineEdit_KlmSys").text(), "最小方式,   ");
     EXPECT_EQ(shadows(), 9);
+    takeScreenshot(*shown, "run-idle");
     QTest::keyClick(shown.get(), Qt::Key_Escape);  // asks nothing
     EXPECT_EQ(shown->result(), QDialog::Rejected);
     EXPECT_FALSE(shown->isVisible());
@@ -46,6 +47,7 @@ TEST_F(RunWindow, AnAutomaticRunGivesWhatItGivesWithoutAWindow) {
         EXPECT_EQ(current, working(relay, "Idz").toDouble());
         EXPECT_FALSE(table.text(table.find(relay, "Idz"), table.settings().changeColumn(1)).isEmpty());
     }
+    takeScreenshot(*shown, "run-finished");
     EXPECT_GT(results(*shown).rowCount(), 0);  // of the relay that is looked at
     EXPECT_EQ(said(), "");
     press(*shown, "Ensure");
@@ -62,6 +64,7 @@ TEST_F(RunWindow, AManualRunShowsEachRelayPartAndEndsAtTheSecondPress) {
     EXPECT_EQ(state(*shown), "-下一步 -确定 中止计算");
     ASSERT_TRUE(waits(*shown));
     EXPECT_EQ(state(*shown), "下一步 -确定 中止计算");
+    takeScreenshot(*shown, "run-waiting");
     const int first = table.currentRelay();
     ASSERT_GT(results(*shown).rowCount(), 0);
     for (int row = 0; row < results(*shown).rowCount(); ++row)
@@ -117,6 +120,7 @@ TEST_F(RunWindow, AManualRunCanBeAbortedAndBegunAgain) {
     press(*shown, "Cancel");
     EXPECT_EQ(state(*shown), "开始 确定 取消");
     EXPECT_EQ(step(*shown), "计算已中止");
+    takeScreenshot(*shown, "run-aborted");
     const auto relay = settings(*shown).currentRelay();
     press(*shown, "Next");
     ASSERT_TRUE(waits(*shown));

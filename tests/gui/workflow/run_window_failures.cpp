@@ -1,4 +1,5 @@
 #include <QElapsedTimer>
+#include <QToolButton>
 
 #include "programs/workflow/ui/RunProgress.h"
 #include "tests/gui/workflow/RunWindow.h"
@@ -40,6 +41,8 @@ TEST_F(RunWindow, AHangingProgramIsToldAndCanBeStopped) {
         QTest::qWait(300);
         EXPECT_LT(pulse.longest(), 50);
     }
+    part<QToolButton>(*shown, "toolButton_Messages").click();
+    takeScreenshot(*shown, "run-hanging");
     EXPECT_THAT(part<QPlainTextEdit>(*shown, "textEdit_Messages").toPlainText().toStdString(), HasSubstr("thinking"));
     EXPECT_EQ(part<RunProgress>(*shown, "RunProgress").warnings(), 1);
     press(*shown, "Cancel");
@@ -85,6 +88,7 @@ TEST_F(RunWindow, AProgramThatDiesInTheMiddleLeavesItsPartWithoutResult) {
     emit missing.itemActivated(missing.item(row));
     EXPECT_EQ(table.currentRelay(), relay);
     ASSERT_GT(results(*shown).rowCount(), 0);
+    takeScreenshot(*shown, "run-without-result");
     results(*shown).setCurrentCell(0, 4);
     EXPECT_FALSE(results(*shown).text(0, 4).isEmpty());
     EXPECT_NE(results(*shown).text(0, 4), "0");
