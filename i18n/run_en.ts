@@ -21,11 +21,11 @@
     </message>
     <message>
         <source>消息 %1 条，警告 %2 条</source>
-        <translation>%1 messages, %2 of them warnings</translation>
+        <translation>Messages: %1, warnings: %2</translation>
     </message>
     <message>
         <source>消息 %1 条</source>
-        <translation>%1 messages</translation>
+        <translation>Messages: %1</translation>
     </message>
 </context>
 <context>
@@ -207,10 +207,6 @@
         <translation>Calculating </translation>
     </message>
     <message>
-        <source>请查看: </source>
-        <translation>Please review: </translation>
-    </message>
-    <message>
         <source>重新计算结束</source>
         <translation>Recalculation finished</translation>
     </message>
@@ -224,7 +220,7 @@
     </message>
     <message>
         <source>，%1 次计算程序没有正常结束</source>
-        <translation>; the program ended badly %1 times</translation>
+        <translation>; engine runs that ended badly: %1</translation>
     </message>
     <message>
         <source>没有结果的原则（%1）</source>
@@ -253,6 +249,10 @@
     <message>
         <source>没有写入，原因见消息窗口: </source>
         <translation>Not written, the messages have the reason: </translation>
+    </message>
+    <message>
+        <source> %1 段: 请查看结果，可以修改，然后按“下一步”</source>
+        <translation> part %1: review the results, change them if need be, then press “Next”</translation>
     </message>
 </context>
 </TS>

@@ -35,13 +35,15 @@ QWidget* titled(QWidget* parent, QLabel* title, QWidget* content, QLayout* below
     return holder;
 }
 
+constexpr int kWhole = 1000;  // more than there is room: the splitter shares out what there is
+
 QSplitter* split(const char* name, Qt::Orientation way, QWidget* first, int share, QWidget* second, int rest) {
     auto* splitter = new QSplitter(way);
     splitter->setObjectName(name);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(first);
     splitter->addWidget(second);
-    splitter->setSizes({share, rest});
+    splitter->setSizes({share * kWhole, rest * kWhole});
     splitter->setStretchFactor(0, share);
     splitter->setStretchFactor(1, rest);
     rememberSizes(splitter, "WinDlgRlyCal");
@@ -59,9 +61,9 @@ void WinDlgRlyCal::layOut() {
     head->addWidget(new SettingTableBar(table_RlyObj, this));
     above->addLayout(head);
     above->addWidget(table_RlyObj, 1);
-    auto* below = split("splitter_Below", Qt::Horizontal, resultSide(), 3, pictureSide(), 2);
+    auto* below = split("splitter_Below", Qt::Horizontal, resultSide(), 11, pictureSide(), 9);
     auto* rows = new QVBoxLayout(this);
-    rows->addWidget(split("splitter_Tables", Qt::Vertical, settings, 1, below, 1), 1);
+    rows->addWidget(split("splitter_Tables", Qt::Vertical, settings, 2, below, 3), 1);
     rows->addWidget(modeRow());
     rows->addWidget(progress_);
     rows->addWidget(buttons());

@@ -77,7 +77,7 @@ void WinDlgRlyCal::start(RunSession::Run run) {
     progress_->begin(run == RunSession::Sensitivity ? tr("计算灵敏度参量...") : tr("准备计算..."),
                      run == RunSession::Automatic);
     if (!session_.start(run)) {
-        progress_->end(tr("计算没有开始，原因见消息窗口"));
+        progress_->end(tr("计算没有开始，原因见消息窗口"), false);
         DspTable_RlyObj();
         return showState();
     }
@@ -122,15 +122,16 @@ void WinDlgRlyCal::onBeat() {
 
 /// A manual run shows a relay part; the user looks, edits, and presses Next.
 void WinDlgRlyCal::HandCalSlot() {
-    progress_->pause(tr("请查看: ") + wording_.name(stepRNo_, stepPNo_, 0));
     goTo(stepRNo_, stepPNo_);
+    progress_->pause(shown_.label.trimmed() + tr(" %1 段: 请查看结果，可以修改，然后按“下一步”").arg(stepPNo_));
     table_RlyObj->paintRelay(stepRNo_, table_RlyObj->settings().newColumn(stepPNo_), true);
     showWithoutResult();
     showState();
 }
 
 void WinDlgRlyCal::onRecalculated() {
-    session_.state() == State::Waiting ? progress_->pause(tr("重新计算结束")) : progress_->end(tr("重新计算结束"));
+    session_.state() == State::Waiting ? progress_->pause(tr("重新计算结束"))
+                                       : progress_->end(tr("重新计算结束"), false);
     showState();
     showWithoutResult();
     refreshView();
@@ -141,7 +142,7 @@ void WinDlgRlyCal::onFinished(bool complete) {
     const int failed = session_.failedSteps();
     QString outcome = complete ? tr("计算完成") : aborting_ ? tr("计算已中止") : tr("计算没有完成，原因见消息窗口");
     if (failed > 0 && !aborting_) outcome += tr("，%1 次计算程序没有正常结束").arg(failed);
-    progress_->end(outcome);
+    progress_->end(outcome, complete);
     table_RlyObj->clearPaint();
     showWithoutResult();
     showState();

@@ -107,8 +107,9 @@ void RunProgress::pause(const QString& what) {
     draw();
 }
 
-void RunProgress::end(const QString& outcome) {
+void RunProgress::end(const QString& outcome, bool whole) {
     clock_.stop();
+    if (whole) done_ = total_ = std::max(total_, 1);
     pause(outcome);
     run_.invalidate();
 }

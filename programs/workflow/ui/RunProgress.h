@@ -24,7 +24,8 @@ class RunProgress : public QWidget {
     void addMessage(const QString& line, bool warning);
     /// The run waits for the user.
     void pause(const QString& what);
-    void end(const QString& outcome);
+    /// \param whole  all steps are done
+    void end(const QString& outcome, bool whole);
     /// A line while nothing runs.
     void say(const QString& text);
 
