@@ -1,6 +1,7 @@
 #include "programs/workflow/WinDlgRlyCal.h"
 
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -128,6 +129,12 @@ void WinDlgRlyCal::open() {
 bool WinDlgRlyCal::agrees(const QString& question) {
     return QMessageBox::question(this, windowTitle(), question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
            QMessageBox::Yes;
+}
+
+// Enter on a cell that cannot be edited starts no run.
+void WinDlgRlyCal::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!enter || !table_RlyObj->hasFocus()) QDialog::keyPressEvent(event);
 }
 
 // Closing by the frame and Esc; what a run has cost is not lost by one key.

@@ -53,6 +53,9 @@ class WinDlgRlyCal : public QDialog {
     void ChangPara(int row);
     void reject() override;
 
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
     enum How { Typed = 1, TakenOver, Display };
     /// A part of a relay that is looked at, and the setting in it.

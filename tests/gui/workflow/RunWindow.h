@@ -7,6 +7,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QTabWidget>
+#include <numeric>
 
 #include "programs/frame/ui/PaintTable.h"
 #include "programs/workflow/WinDlgRlyCal.h"
@@ -18,8 +19,14 @@ class RunWindow : public WorkflowWindows {
   protected:
     void SetUp() override {
         WorkflowWindows::SetUp();
-        installAt({"青白I", "青龙"}, 3);
-        makeCase(3, {1, 2}, 1);
+        prepare({"青白I", "青龙"}, {1});
+    }
+    /// \param lines  relays 1, 2 .. at their first ends
+    void prepare(const QStringList& lines, const QVector<int>& parts) {
+        installAt(lines, 3);
+        QVector<int> relays(lines.size());
+        std::iota(relays.begin(), relays.end(), 1);
+        makeCase(3, relays, parts);
         ASSERT_TRUE(cases.setSensitivityModes({ModeStore::numberOf("最小方式")}));
         ASSERT_EQ(start(), "ready") << said();
         said();
@@ -75,6 +82,7 @@ class RunWindow : public WorkflowWindows {
         editor->selectAll();
         QTest::keyClicks(editor, text);
         QTest::keyClick(editor, Qt::Key_Return);
+        QApplication::processEvents();  // the text is taken from the event loop
     }
     static void doubleClick(RecordTable& table, int row, int column) {
         table.scrollToItem(table.item(row, column));
