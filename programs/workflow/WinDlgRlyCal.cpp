@@ -131,10 +131,11 @@ bool WinDlgRlyCal::agrees(const QString& question) {
            QMessageBox::Yes;
 }
 
-// Enter on a cell that cannot be edited starts no run.
+// Enter in the table, which it leaves where there is nothing to edit, starts no run.
 void WinDlgRlyCal::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!enter || !table_RlyObj->hasFocus()) QDialog::keyPressEvent(event);
+    const bool inTable = table_RlyObj == focusWidget() || table_RlyObj->isAncestorOf(focusWidget());
+    if (!enter || !inTable) QDialog::keyPressEvent(event);
 }
 
 // Closing by the frame and Esc; what a run has cost is not lost by one key.

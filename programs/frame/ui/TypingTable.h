@@ -31,6 +31,7 @@ class TypingTable : public View {
     void keyPressEvent(QKeyEvent* event) override {
         const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
         if (!enter || event->modifiers() & ~Qt::KeypadModifier) return View::keyPressEvent(event);
+        if (this->state() == View::EditingState) return;  // the editor's; it must not press the window's button
         const QModelIndex at = this->currentIndex();
         if (!at.isValid() || !this->edit(at, View::EditKeyPressed, event)) event->ignore();
     }

@@ -28,8 +28,9 @@ class RunWindowEdits : public RunWindow {
     }
     void clickSetting(int relay, const QString& cdz = "Idz") const {
         SettingTable& table = settings(*shown_);
-        table.setCurrentCell(rowOf(relay, cdz), column(1));
-        QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, table.visualRect(table.currentIndex()).center());
+        table.setCurrentCell(rowOf(relay, cdz), SettingModel::Name);  // a click on the current cell would edit it
+        const QModelIndex at = table.currentIndex().siblingAtColumn(column(1));
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, table.visualRect(at).center());
     }
     void clickCheck(int at) const {
         PaintTable& table = checks(*shown_);
