@@ -166,6 +166,7 @@ void BookWindow::watch() {
 void BookWindow::print() {
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(windowTitle());
+    printer.setPageMargins(QMarginsF(15, 15, 15, 15), QPageLayout::Millimeter);
     QPrintDialog dialog(&printer, this);
     if (dialog.exec() == QDialog::Accepted) printBook(windowTitle(), edit_->toPlainText(), printer);
 }
