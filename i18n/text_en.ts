@@ -2187,5 +2187,9 @@
         <source>时间配合图</source>
         <translation>Time coordination</translation>
     </message>
+    <message>
+        <source>%1等 %2 处</source>
+        <translation>%1 and others, %2 in all</translation>
+    </message>
 </context>
 </TS>

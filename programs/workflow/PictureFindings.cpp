@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr qsizetype kMostNames = 4;  // in one note
+
 QString valueText(const PictureData& data, double value) {
     return QString::number(value, 'f', data.relay.impedance ? 2 : 1) + " " +
            unitOf(data.relay.impedance ? kImpedance : kCurrent);
@@ -60,6 +62,12 @@ void compare(PictureData& data) {
                      [&](const auto& a, const auto& b) { return shortfall(a) < shortfall(b); });
 }
 
+/// The first of many names, and how many they are.
+QString listed(const QStringList& names) {
+    const QString first = names.mid(0, kMostNames).join(Text::tr("、"));
+    return names.size() > kMostNames ? Text::tr("%1等 %2 处").arg(first).arg(names.size()) : first;
+}
+
 void noteNeighbours(PictureData& data) {
     QStringList unknown, opposed;
     for (const PictureNeighbour& neighbour : data.neighbours) {
@@ -69,10 +77,8 @@ void noteNeighbours(PictureData& data) {
         if (!neighbour.share) unknown << neighbour.name();
         if (neighbour.share && *neighbour.share == 0) opposed << neighbour.name();
     }
-    if (!opposed.isEmpty())
-        data.notes << Text::tr("电流方向与本保护相反，不需配合: %1").arg(opposed.join(Text::tr("、")));
-    if (!unknown.isEmpty())
-        data.notes << Text::tr("没有分支系数，按 1 画，不校核时差: %1").arg(unknown.join(Text::tr("、")));
+    if (!opposed.isEmpty()) data.notes << Text::tr("电流方向与本保护相反，不需配合: %1").arg(listed(opposed));
+    if (!unknown.isEmpty()) data.notes << Text::tr("没有分支系数，按 1 画，不校核时差: %1").arg(listed(unknown));
 }
 
 void noteMissing(PictureData& data) {

@@ -140,7 +140,7 @@ QHash<int, PictureRelay> pictureRelays(int caseNo, const QVector<int>& relays) {
         const SettingKind* value = drawnSetting(type);
         relay.impedance = value && value->VType == kImpedance;
         relay.label =
-            locationLabel(query.number(2), query.text(3), query.text(4), query.text(5), query.number(6)).trimmed();
+            locationLabel(query.number(2), query.text(3), query.text(4), query.text(5), query.number(6)).simplified();
         relay.inCase = inCase.contains(relay.RNo);
         if (value) {
             relay.toSecondary =

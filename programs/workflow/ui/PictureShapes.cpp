@@ -119,7 +119,9 @@ void PictureShapes::paintLabels(QPainter& painter) const {
         if (!frame_.plot().adjusted(-1, -1, 1, 1).contains(at)) continue;
         const QSizeF size(metrics.horizontalAdvance(label.text) + 6, metrics.height());
         for (const QPointF& place : places(size)) {
-            const QRectF box(at + place, size);
+            QRectF box(at + place, size);
+            box.moveLeft(
+                std::max(frame_.plot().left() + 1, std::min(box.left(), frame_.plot().right() - size.width() - 1)));
             const auto covers = [&](const QRectF& other) { return other.intersects(box); };
             if (!frame_.plot().contains(box) || std::any_of(taken.begin(), taken.end(), covers)) continue;
             taken.append(box.adjusted(-2, -1, 2, 1));
