@@ -27,7 +27,8 @@ bool readBookCoefficients(int caseNo, const BookNetwork& network, QHash<int, QVe
                     {caseNo}))
         return false;
     const auto sequence = [&](int column) {
-        BookCoefficient::Sequence made{query.real(column), {network.mode(query.number(column + 3)), {}, {}}};
+        BookCoefficient::Sequence made{query.real(column),
+                                       {query.number(column + 3), network.mode(query.number(column + 3)), {}, {}}};
         const int mainBranch = query.number(1), outage = query.number(column + 2);
         made.decided.faults = faults.value({mainBranch, query.number(column + 1)});
         if (const auto out = faults.value({mainBranch, outage}); outage != 0 && !out.isEmpty())

@@ -9,6 +9,7 @@
 #include "programs/frame/TableNames.h"
 #include "programs/reports/BookFaultRows.h"
 #include "programs/reports/BookSettings.h"
+#include "programs/reports/BookUnits.h"
 
 std::optional<double> BookVariable::shown() const {
     if (!V) return std::nullopt;
@@ -47,15 +48,14 @@ struct RuleTexts {
             rule.Note = texts.text(1);
             rule.Formula = texts.text(2);
         }
-        while (variables.next())
-            rules[variables.number(0)].variables.append({variables.number(1),
-                                                         variables.number(2),
-                                                         variables.text(3),
-                                                         variables.number(4),
-                                                         std::nullopt,
-                                                         {},
-                                                         {},
-                                                         {}});
+        while (variables.next()) {
+            BookVariable variable;
+            variable.ModeNo = variables.number(1);
+            variable.VType = variables.number(2);
+            variable.Cin = variables.text(3);
+            variable.VarNo = variables.number(4);
+            rules[variables.number(0)].variables.append(variable);
+        }
         while (values.next()) parameters[{values.number(0), values.number(1)}].append({values.text(2), values.real(3)});
         while (used.next()) groups.insert({used.number(0), used.number(1), used.number(2)}, used.number(3));
         return true;
@@ -82,6 +82,7 @@ class Reader {
     bool read(BookContent& content) {
         rules_ = RuleData::read();
         if (const RelayTypeInfo* type = rules_->type(request_.rTypeNo)) type_ = *type;
+        content.RType = type_.RType;
         return network_.read() && faults_.read() && texts_.read(request_.caseNo) &&
                readValues(request_.caseNo, values_) &&
                readBookCoefficients(request_.caseNo, network_, content.coefficients) && readParts(content) &&
@@ -108,7 +109,8 @@ class Reader {
             if (rules.isEmpty() || rules.last().RuleNo != key.RuleNo) rules.append(rule(key));
             const QString cdz = query.text(6);
             const SettingKind* setting = type_.setting(cdz);
-            rules.last().results.append({cdz, setting ? setting->DspCdz : cdz, query.real(8)});
+            rules.last().results.append(
+                {cdz, setting ? setting->DspCdz : cdz, query.real(8), bookUnit(setting ? setting->VType : 0)});
         }
         return true;
     }
@@ -119,15 +121,26 @@ class Reader {
         // A sensitivity rule belongs to no case; the engine is given its first group.
         made.ParNo = texts_.groups.value(key, key.RuleNo < kFirstSettingRule ? 1 : 0);
         made.parameters = texts_.parameters.value({key.RuleNo, made.ParNo});
+        const SettingRule* known = rules_->rule(key.RuleNo);
         for (BookVariable& variable : made.variables) {
             if (const auto it = values_.constFind({key, variable.VarNo}); it != values_.constEnd()) variable.V = *it;
+            variable.unit = unitOfVariable(variable.VType, known ? known->prTypeNo : 0);
             faults_.describe(variable, key);
         }
-        if (const SettingRule* known = rules_->rule(key.RuleNo)) {
+        if (known) {
             made.outputs = known->outputs;
             made.lines = known->block.lines;
         }
         return made;
+    }
+
+    [[nodiscard]] QString unitOfVariable(int vType, int prTypeNo) const {
+        if (vType <= 400 || vType > 420) return bookVariableUnit(vType);
+        const RelayTypeInfo* coordinated = rules_->type(prTypeNo);
+        const int dzNo = (vType - 401) % 4 + 1;
+        for (const SettingKind& setting : coordinated ? coordinated->settings : QVector<SettingKind>())
+            if (setting.DzNo == dzNo) return bookUnit(setting.VType);
+        return {};
     }
 
     BookRequest request_;

@@ -25,7 +25,8 @@ struct BookFault {
 
 /// The candidate that a fault mode or a branch coefficient chose.
 struct BookDecision {
-    QString mode;  ///< operating mode; "0" when it has no name
+    int SysNo = 0;  ///< operating mode; 0 the network as it stands
+    QString mode;   ///< its name; "0" when it has none
     QVector<BookFault> faults;
     std::optional<BookElement> outage;
 };
@@ -35,6 +36,7 @@ struct BookVariable {
     int VType = 0;
     QString Cin;
     int VarNo = 0;
+    QString unit{};           ///< of shown(); empty for a pure number
     std::optional<double> V;  ///< as the engine gave it, fault quantities in thousands; nothing when it gave none
     QVector<BookDecision> faults;
     QVector<BookElement> elements;
@@ -66,6 +68,7 @@ struct BookParameter {
 struct BookResult {
     QString Cdz, DspCdz;
     double Rdz = 0;
+    QString unit{};
 };
 
 struct BookRule {
@@ -91,6 +94,7 @@ struct BookSensitivity {
 
 struct BookSetting {
     QString Cdz, DspCdz;
+    QString unit;
     double primary = 0, secondary = 0;
     QVector<BookSensitivity> sensitivities;
 };
@@ -105,6 +109,7 @@ struct BookPart {
 
 struct BookContent {
     BookRequest request;
+    int RType = 0;  ///< code of the element on which the relays stand
     QVector<BookPart> parts;
     QHash<int, QVector<BookCoefficient>> coefficients;  ///< by relay
 };

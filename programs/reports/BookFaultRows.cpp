@@ -36,6 +36,7 @@ bool BookFaultRows::readFaults() {
 
 BookDecision BookFaultRows::decision(const ModeKey& key, const Choice& choice) const {
     BookDecision decided;
+    decided.SysNo = choice.NSys;
     decided.mode = network_.mode(choice.NSys);
     for (const FaultRow& row : faults_.value(key)) {
         if (row.MType == choice.NSela) decided.faults.append(row.fault);

@@ -3,6 +3,7 @@
 #include "platform/sql/Sql.h"
 #include "programs/engine/Sensitivity.h"
 #include "programs/frame/StageColumns.h"
+#include "programs/reports/BookUnits.h"
 
 namespace {
 
@@ -71,6 +72,7 @@ bool readBookSettings(const RuleData& rules, const RelayTypeInfo& type, BookCont
             const SettingKind* kind = type.setting(row.Cdz);
             BookSetting setting{row.Cdz,
                                 kind ? kind->DspCdz : row.Cdz,
+                                bookUnit(kind ? kind->VType : 0),
                                 row.values[part.PNo - 1],
                                 row.values[kStages + part.PNo - 1],
                                 {}};

@@ -46,6 +46,11 @@ class BookFixture : public DemoStudy {
     [[nodiscard]] CBookWriter writer(int caseNo, int type, const QString& name) const {
         return {caseNo, type, readRelayTypes().value(type).RTypeCode, name, &BookFixture::noon};
     }
+    [[nodiscard]] QString file() const { return folder.path() + "/book.html"; }
+    [[nodiscard]] BookRequest request(int caseNo, int type, bool sensitivity = false) const {
+        return {caseNo,      type,          readRelayTypes().value(type).RTypeCode, "手工 <\"甲\" & '乙'>",
+                sensitivity, places.workDir};
+    }
     [[nodiscard]] QByteArray written() const {
         QFile file(places.workDir + "CalRef.ROT");
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
