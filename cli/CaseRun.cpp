@@ -25,15 +25,6 @@ void run(Context& context, const CaseWish& wish, const QList<RunSession::Run>& r
     if (runs.contains(RunSession::Automatic) && !cases.SaveRecord(1, cases.form())) context.exitCode = Internal;
 }
 
-/// Brings the working tables to the case and computes its sensitivities.
-bool load(Context& context, CaseStore& cases) {
-    if (!cases.LoadCaseRelays()) return context.stop(NoResult, {});
-    const CaseNode& node = *cases.current();
-    CRelayInputCal input(node.RTypeNo, context.places().workDir, node.Case_No);
-    if (!input.BuildSensitivityRows() || !updateSensitivities(node.RTypeNo, input.rules())) context.exitCode = NoResult;
-    return true;
-}
-
 QVector<ResultRow> resultsOf(Context& context, CaseStore& cases) {
     const CaseNode& node = *cases.current();
     return resultTable(node.Case_No, node.RTypeNo, RulesWithoutResult::load(context.places().workDir, node.Case_No));
@@ -50,6 +41,14 @@ bool timesAreGiven(Context& context, CaseStore& cases) {
 
 }  // namespace
 
+bool loadCase(Context& context, CaseStore& cases) {
+    if (!cases.LoadCaseRelays()) return context.stop(NoResult, {});
+    const CaseNode& node = *cases.current();
+    CRelayInputCal input(node.RTypeNo, context.places().workDir, node.Case_No);
+    if (!input.BuildSensitivityRows() || !updateSensitivities(node.RTypeNo, input.rules())) context.exitCode = NoResult;
+    return true;
+}
+
 void runCase(Context& context, const CaseWish& wish) {
     if (wish.withSensitivity) return run(context, wish, {RunSession::Sensitivity, RunSession::Automatic});
     run(context, wish, {RunSession::Automatic});
@@ -62,7 +61,7 @@ void showResults(Context& context, const CaseWish& wish) {
     QVector<ResultRow> rows;
     if (!openAlone(context, wish) || !cases.UpdateCaseChain(1)) return;
     for (const std::string& name : wish.caseNames) {
-        if (!selectCase(context, name, cases) || !load(context, cases)) return;
+        if (!selectCase(context, name, cases) || !loadCase(context, cases)) return;
         rows += resultsOf(context, cases);
     }
     const bool open = std::any_of(rows.begin(), rows.end(), [](const auto& row) { return row.sensitivityOpen; });

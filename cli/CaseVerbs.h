@@ -32,6 +32,9 @@ bool openCase(Context& context, const CaseWish& wish, CaseStore& cases, bool rea
 /// Selects a case of the open project. \return false with the exit code set
 bool selectCase(Context& context, const std::string& caseName, CaseStore& cases);
 
+/// Brings the working tables to the selected case and computes its sensitivities. \return false with the exit code set
+bool loadCase(Context& context, CaseStore& cases);
+
 inline QVector<int> numbersOf(const std::vector<int>& numbers) { return {numbers.begin(), numbers.end()}; }
 
 // One function per verb.

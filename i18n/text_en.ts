@@ -1920,6 +1920,14 @@
         <translation>Transformer “</translation>
     </message>
     <message>
+        <source>没有计算结果，不能生成计算书</source>
+        <translation>There are no results; the calculation book cannot be made</translation>
+    </message>
+    <message>
+        <source>不能写文件 </source>
+        <translation>Cannot write the file </translation>
+    </message>
+    <message>
         <source>计算书中有GBK字符集以外的字符，写成“?”: </source>
         <translation>The calculation book has characters outside GBK, written as “?”: </translation>
     </message>

@@ -49,17 +49,22 @@ td.figure { text-align: right; white-space: nowrap; font-variant-numeric: tabula
 
 }  // namespace
 
-bool exportBookHtml(const BookRequest& request, const QString& file) {
+std::optional<QByteArray> bookHtml(const BookRequest& request) {
     const auto pages = readBookPages(request);
-    if (!pages) return false;
+    if (!pages) return std::nullopt;
     const QString title = bookTitle(request.sensitivity) + " " + request.caseName.toHtmlEscaped();
-    const QByteArray page = ("<!DOCTYPE html>\n<html lang=\"zh-CN\">\n<head>\n<meta charset=\"utf-8\"/>\n"
-                             "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n<title>" +
-                             title + "</title>\n<style>" + style + "</style>\n</head>\n<body>\n" +
-                             bookBody(*pages, QDateTime::currentDateTime()) + "</body>\n</html>\n")
-                                .toUtf8();
+    return ("<!DOCTYPE html>\n<html lang=\"zh-CN\">\n<head>\n<meta charset=\"utf-8\"/>\n"
+            "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n<title>" +
+            title + "</title>\n<style>" + style + "</style>\n</head>\n<body>\n" +
+            bookBody(*pages, QDateTime::currentDateTime()) + "</body>\n</html>\n")
+        .toUtf8();
+}
+
+bool exportBookHtml(const BookRequest& request, const QString& file) {
+    const auto page = bookHtml(request);
+    if (!page) return false;
     QSaveFile out(file);
-    if (out.open(QIODevice::WriteOnly) && out.write(page) == page.size() && out.commit()) return true;
+    if (out.open(QIODevice::WriteOnly) && out.write(*page) == page->size() && out.commit()) return true;
     ReportError(Text::tr("不能写文件 ") + file + "：" + out.errorString(), 0);
     return false;
 }

@@ -1,8 +1,8 @@
 #include "programs/reports/BookText.h"
 
-#include <cmath>
-
-#include "programs/engine/Sensitivity.h"
+#include "platform/host/Text.h"
+#include "platform/sql/Sql.h"
+#include "programs/frame/Messages.h"
 
 namespace {
 
@@ -181,6 +181,19 @@ class TextBook {
 }  // namespace
 
 QString bookText(const BookContent& book, const QDateTime& at) { return TextBook(book).write(at); }
+
+QByteArray bookBytes(const QString& text) {
+    if (sql::fitsGbk(text)) return sql::toGbk(text);
+    QString fitting, strange;
+    for (const uint code : text.toUcs4()) {
+        const QString character = QString::fromUcs4(reinterpret_cast<const char32_t*>(&code), 1);
+        const bool fits = sql::fitsGbk(character);
+        fitting += fits ? character : QString("?");
+        if (!fits && !strange.contains(character)) strange += character;
+    }
+    ReportError(Text::tr("计算书中有GBK字符集以外的字符，写成“?”: ") + strange, 1);
+    return sql::toGbk(fitting);
+}
 
 QString bookTitle(bool sensitivity) { return sensitivity ? "灵敏度参量计算书" : "继电保护整定计算书"; }
 

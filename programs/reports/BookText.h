@@ -8,6 +8,9 @@
 /// impedances stand as they are stored, each in a field of 12 characters.
 QString bookText(const BookContent& book, const QDateTime& at);
 
+/// A text in GBK, with "?" for each character that it does not have, which is told.
+QByteArray bookBytes(const QString& text);
+
 /// Title of a book.
 QString bookTitle(bool sensitivity);
 /// Kind of a fault as books name it; empty for an unknown one.

@@ -1,29 +1,13 @@
 #include "programs/reports/CBookWriter.h"
 
 #include <QFile>
-#include <algorithm>
 
 #include "platform/host/Text.h"
-#include "platform/sql/Sql.h"
 #include "programs/engine/Sensitivity.h"
 #include "programs/frame/Messages.h"
 #include "programs/reports/BookText.h"
 
 namespace {
-
-/// The text in GBK, with "?" for each character that it does not have.
-QByteArray gbkBytes(const QString& text) {
-    if (sql::fitsGbk(text)) return sql::toGbk(text);
-    QString fitting, strange;
-    for (const uint code : text.toUcs4()) {
-        const QString character = QString::fromUcs4(reinterpret_cast<const char32_t*>(&code), 1);
-        const bool fits = sql::fitsGbk(character);
-        fitting += fits ? character : QString("?");
-        if (!fits && !strange.contains(character)) strange += character;
-    }
-    ReportError(Text::tr("计算书中有GBK字符集以外的字符，写成“?”: ") + strange, 1);
-    return sql::toGbk(fitting);
-}
 
 bool fail() {
     ReportError(Text::tr("生成计算书失败"), 0);
@@ -45,7 +29,7 @@ bool CBookWriter::write(const QString& workDir, bool sensitivity) {
     if (!file.open(QIODevice::ReadWrite)) return fail();
     request_.sensitivity = sensitivity;
     if (const auto book = readBookContent(request_)) {
-        const QByteArray bytes = gbkBytes(bookText(*book, clock_()));
+        const QByteArray bytes = bookBytes(bookText(*book, clock_()));
         if (file.write(bytes) == bytes.size() && file.flush()) return true;
     }
     file.remove();

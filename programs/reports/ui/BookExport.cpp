@@ -37,13 +37,13 @@ th { background-color: #eef1f4; text-align: left; }
 
 double dots(double millimetres) { return millimetres / 25.4 * kDotsPerInch; }
 
-/// The body for the text layout: anchors by name, borders as attributes.
+/// The body for the text layout, which writes links within a document as such to other files: without them.
 QString printable(QString body) {
     body.replace("<table>",
                  "<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\" style=\"border-collapse:collapse\">");
     body.replace("<td class=\"figure\">", "<td align=\"right\">");
-    static const QRegularExpression anchor("<(h[1-4]) id=\"([^\"]+)\">(.*)</\\1>");
-    body.replace(anchor, "<\\1><a name=\"\\2\">\\3</a></\\1>");
+    static const QRegularExpression link("<a href=\"#[^\"]+\">([^<]*)</a>");
+    body.replace(link, "\\1");
     return body;
 }
 

@@ -19,14 +19,12 @@ class PdfBook : public HandMadeCase {
     }
 };
 
-TEST_F(PdfBook, HasPagesLinksAndItsOwnFonts) {
+TEST_F(PdfBook, HasPagesAndItsOwnFonts) {
     ASSERT_TRUE(exportBookPdf(request(7, 3), pdf()));
     const QByteArray book = bytes();
     EXPECT_TRUE(book.startsWith("%PDF-"));
     EXPECT_GE(book.count("/Type /Page\n"), 3);
-    EXPECT_GE(book.count("/Subtype /Link"), 10);
     EXPECT_GE(book.count("/FontFile"), 1);
-    EXPECT_TRUE(book.contains("/Dests"));
     const QString reader = QStandardPaths::findExecutable("pdftotext");
     if (reader.isEmpty()) GTEST_SKIP() << "pdftotext is not installed, the text of the book is not read back";
     QProcess process;
