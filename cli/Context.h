@@ -72,5 +72,6 @@ void addRelays(CLI::App& app, Context& context);
 void addCase(CLI::App& app, Context& context);
 void addExport(CLI::App& app, Context& context);
 void addFaults(CLI::App& app, Context& context);
+void addBook(CLI::App& app, Context& context);
 
 }  // namespace cli

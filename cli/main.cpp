@@ -18,6 +18,7 @@ void addVerbs(CLI::App& app, cli::Context& context) {
     cli::addCase(app, context);
     cli::addExport(app, context);
     cli::addFaults(app, context);
+    cli::addBook(app, context);
 }
 
 }  // namespace
