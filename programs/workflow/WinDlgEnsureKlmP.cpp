@@ -1,6 +1,7 @@
 #include "programs/workflow/WinDlgEnsureKlmP.h"
 
 #include <QDialogButtonBox>
+#include <QEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -202,6 +203,15 @@ void WinDlgEnsureKlmP::complain(const QString& text) {
     colours.setColor(QPalette::WindowText, refusedColour(*this));
     textLabel_Complaint->setPalette(colours);
     textLabel_Complaint->setVisible(!text.isEmpty());
+}
+
+// The colours of what is refused are not of the palette.
+void WinDlgEnsureKlmP::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange || shown_ < 0) return;
+    complain(textLabel_Complaint->text());
+    markParameters();
+    markUnusable();
 }
 
 void WinDlgEnsureKlmP::TablePos_Clicked() {

@@ -26,6 +26,9 @@ class WinDlgEnsureKlmP : public QDialog {
     void Button_CalResult_Clicked();
     void reject() override;
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
     void layOut();
     void connectAll();
