@@ -116,7 +116,7 @@
     </message>
     <message>
         <source>段号</source>
-        <translation>Part</translation>
+        <translation>Stage</translation>
     </message>
     <message>
         <source>整定原则</source>

@@ -37,15 +37,15 @@
     </message>
     <message>
         <source>%1段新定值</source>
-        <translation>Part %1 new</translation>
+        <translation>Stage %1 new</translation>
     </message>
     <message>
         <source>%1段定值</source>
-        <translation>Part %1</translation>
+        <translation>Stage %1</translation>
     </message>
     <message>
         <source>%1段原定值</source>
-        <translation>Part %1 stored</translation>
+        <translation>Stage %1 stored</translation>
     </message>
     <message>
         <source>单位</source>
@@ -53,7 +53,7 @@
     </message>
     <message>
         <source>%1段变化</source>
-        <translation>Part %1 change</translation>
+        <translation>Stage %1 change</translation>
     </message>
 </context>
 <context>

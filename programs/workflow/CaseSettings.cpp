@@ -1,5 +1,7 @@
 #include "programs/workflow/CaseSettings.h"
 
+#include <cmath>
+
 #include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/Location.h"
@@ -94,16 +96,41 @@ QVector<int> relaysOf(const QVector<CaseSettingRow>& rows) {
     return relays;
 }
 
+using Measure = std::array<double, kStages>;
+
 /// Ten values, five primary and five secondary, out of the texts of the parts that the type has.
-QVariantList bothMeasures(const std::array<QString, kStages>& texts, int parts, bool primary, double k) {
+/// \param standing  primary values that stay where a secondary one, which has six decimals only, is still theirs
+QVariantList bothMeasures(const std::array<QString, kStages>& texts, int parts, bool primary, double k,
+                          const Measure& standing) {
     QVariantList first, second;
-    for (int part = 0; part < kStages; ++part) {
-        const double shown = part < parts ? texts[size_t(part)].toDouble() : 0;
-        const double inPrimary = primary || k == 0 ? shown : shown / k;
-        first.append(inPrimary);
+    for (size_t part = 0; part < kStages; ++part) {
+        const double shown = int(part) < parts ? texts[part].toDouble() : 0;
+        const bool stays = std::abs(k * standing[part] - shown) <= 0.5000001e-6;
+        first.append(primary || k == 0 ? shown : stays ? standing[part] : shown / k);
         second.append(primary ? k * shown : shown);
     }
     return first + second;
+}
+
+/// The primary values of a setting that stand in the working table.
+struct Standing {
+    Measure now{}, old{};
+};
+
+QHash<QPair<int, QString>, Standing> standingValues() {
+    QHash<QPair<int, QString>, Standing> values;
+    sql::Query query;
+    query.exec("SELECT RNo,Cdz," +
+               (stageColumns("NDz").mid(0, kStages) + stageColumns("ODz").mid(0, kStages)).join(',') +
+               " FROM RLY_RLYOBJ_TEM");
+    while (query.next()) {
+        Standing& row = values[{query.number(0), query.text(1)}];
+        for (int part = 0; part < kStages; ++part) {
+            row.now[size_t(part)] = query.real(2 + part);
+            row.old[size_t(part)] = query.real(2 + kStages + part);
+        }
+    }
+    return values;
 }
 
 /// Walks the rows of a form with what belongs to each.
@@ -111,10 +138,13 @@ struct FormWalk {
     const CaseForm& form;
     RelayTypeInfo type;
     QHash<int, RelayData> relays;
+    QHash<QPair<int, QString>, Standing> standing;
     int rNo = -1, turnNo = 0, dzNo = 0;
 
     FormWalk(int rTypeNo, const CaseForm& walked)
-        : form(walked), type(readRelayTypes().value(rTypeNo)), relays(relayData(relaysOf(walked.rows))) {}
+        : form(walked), type(readRelayTypes().value(rTypeNo)), relays(relayData(relaysOf(walked.rows))) {
+        if (!form.primary) standing = standingValues();
+    }
 
     /// Factor of the row's setting; counts relays and their settings on the way.
     double enter(const CaseSettingRow& row) {
@@ -126,6 +156,13 @@ struct FormWalk {
         ++dzNo;
         const RelayData relay = relays.value(rNo);
         return conversionFactor(vType(row), relay.ctPri, relay.ctSec, relay.ptPri, relay.ptSec);
+    }
+    [[nodiscard]] QVariantList newValues(const CaseSettingRow& row, double k) const {
+        return bothMeasures(row.newValue, type.NPart, form.primary, k, standing.value({row.RNo, row.Cdz}).now);
+    }
+    /// Those of parts that the type does not have stay, too.
+    [[nodiscard]] QVariantList oldValues(const CaseSettingRow& row, double k) const {
+        return bothMeasures(row.oldValue, kStages, form.primary, k, standing.value({row.RNo, row.Cdz}).old);
     }
     [[nodiscard]] int vType(const CaseSettingRow& row) const {
         const SettingKind* setting = type.setting(row.Cdz);
@@ -172,8 +209,7 @@ bool CaseSettings::storeCase(int caseNo, int rTypeNo, const CaseForm& form) {
     QVector<QVariantList> rows;
     for (const CaseSettingRow& row : form.rows) {
         const double k = walk.enter(row);
-        rows.append(QVariantList{caseNo, row.RNo, walk.dzNo, row.Cdz} +
-                    bothMeasures(row.newValue, walk.type.NPart, form.primary, k));
+        rows.append(QVariantList{caseNo, row.RNo, walk.dzNo, row.Cdz} + walk.newValues(row, k));
     }
     sql::Query query;
     return query.exec("DELETE FROM RLY_CASERDZ WHERE Case_No=?", {caseNo}) &&
@@ -188,8 +224,7 @@ bool CaseSettings::storeWorking(int rTypeNo, const CaseForm& form) {
         const RelayData relay = walk.relays.value(row.RNo);
         rows.append(QVariantList{walk.turnNo, row.RNo, relay.RTypeCode, relay.at.ID_Name, relay.at.I_Name,
                                  relay.at.J_Name, relay.at.Side, walk.type.NPart, walk.dzNo, row.Cdz} +
-                    bothMeasures(row.oldValue, kStages, form.primary, k) +
-                    bothMeasures(row.newValue, walk.type.NPart, form.primary, k) + QVariantList{walk.vType(row)});
+                    walk.oldValues(row, k) + walk.newValues(row, k) + QVariantList{walk.vType(row)});
     }
     sql::Query query;
     return query.exec("DELETE FROM RLY_RLYOBJ_TEM") &&

@@ -93,8 +93,8 @@ class WinDlgRlyCalMain : public QDialog {
 
     void DspRecord();
     void DspCaseInf(const CaseForm& form);
-    void DspTable_ObjRly();
-    void DspSysmode();
+    void DspTable_ObjRly(const CaseForm& form);
+    void DspSysmode(const CaseForm& form);
     void markFirst();
     void showNoCase();
     void showParts();

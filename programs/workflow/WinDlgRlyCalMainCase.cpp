@@ -82,10 +82,10 @@ void WinDlgRlyCalMain::showParts() {
     }
 }
 
-void WinDlgRlyCalMain::DspTable_ObjRly() {
+void WinDlgRlyCalMain::DspTable_ObjRly(const CaseForm& form) {
     const int type = editing_.cases().current()->RTypeNo;
     table_ObjRly->setColumns({readRelayTypes().value(type).NPart, SettingColumns::Values::NewAndOld, true, true});
-    table_ObjRly->setRows(editing_.cases().form(yiErFlag == 1).rows);
+    table_ObjRly->setRows(form.rows);
     markFirst();
 }
 
@@ -98,8 +98,7 @@ void WinDlgRlyCalMain::markFirst() {
     updateButtons();
 }
 
-void WinDlgRlyCalMain::DspSysmode() {
-    const CaseForm form = editing_.cases().form();
+void WinDlgRlyCalMain::DspSysmode(const CaseForm& form) {
     bigSys = form.bigSys;
     smallSys = form.smallSys;
     lineEdit_BigSys->setText(namesOf(bigSys));
@@ -169,7 +168,7 @@ void WinDlgRlyCalMain::RadioButton_YiEr_Clicked(int id) {
     if (id == yiErFlag - 1) return;
     if (!SaveRecord(2)) return buttonGroup_Dz->button(yiErFlag - 1)->setChecked(true);
     yiErFlag = id + 1;
-    if (!table_ObjRly->rows().isEmpty()) DspTable_ObjRly();
+    if (!table_ObjRly->rows().isEmpty()) DspTable_ObjRly(editing_.cases().form(yiErFlag == 1));
 }
 
 void WinDlgRlyCalMain::chooseModes(QList<int>& modes, QLineEdit* line) {

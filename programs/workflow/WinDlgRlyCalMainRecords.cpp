@@ -102,9 +102,10 @@ void WinDlgRlyCalMain::DspRecord() {
     for (QToolButton* button : {frame_->NextRec, frame_->LastRec}) button->setEnabled(cases.position() < last);
     frame_->PasteRec->setEnabled(editing_.canPaste());
     for (QWidget* widget : dataWidgets()) widget->setEnabled(true);
-    DspCaseInf(cases.form(yiErFlag == 1));
-    DspTable_ObjRly();
-    DspSysmode();
+    const CaseForm form = cases.form(yiErFlag == 1);
+    DspCaseInf(form);
+    DspTable_ObjRly(form);
+    DspSysmode(form);
     shown_ = formOf();
 }
 

@@ -16,6 +16,7 @@ void WinDlgRlyCalMain::start(int mode) {
     frame_->setEnabled(false);
     box_ = std::make_unique<QProgressDialog>(tr("初始化计算数据..."), QString(), 0, 100, this);
     box_->setObjectName("progressDialog_Start");
+    box_->setWindowTitle(windowTitle());
     box_->setWindowModality(Qt::WindowModal);
     box_->setMinimumDuration(0);
     box_->setAutoReset(false);
@@ -39,7 +40,7 @@ void WinDlgRlyCalMain::QORDENSlot() {
     WinDlgRlyCal(places_.rtdbName, places_.rtdbPath, places_.workDir, node.Case_No, node.RTypeNo, node.RTypeCode,
                  places_.programDir, homeDir_, calMode == 1 ? 1 : 2, this)
         .exec();
-    DspTable_ObjRly();
+    DspTable_ObjRly(editing_.cases().form(yiErFlag == 1));
 }
 
 void WinDlgRlyCalMain::endStart() {

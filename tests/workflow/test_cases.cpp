@@ -87,6 +87,24 @@ TEST_F(Cases, SecondaryValuesFollowTheRatios) {
     EXPECT_EQ(real("SELECT Rdz21 FROM RLY_CASERDZ WHERE RNo=1 AND Cdz='Idz'"), 600);
 }
 
+TEST_F(Cases, LookingAtSecondaryValuesDoesNotMoveThePrimaryOnes) {
+    ASSERT_TRUE(exec("UPDATE RLY_RDZ SET NRdz11=1643.06,NRdz12=13.692167,NRdz51=7,NRdz52=7 WHERE RNo=1 AND Cdz='t'"));
+    ASSERT_TRUE(exec("UPDATE RLY_RUD SET CTSec=7 WHERE RNo=1"));
+    CaseForm form = makeCase("零序");
+    row(form, 1, "Idz").newValue[0] = "1643.06";
+    ASSERT_TRUE(cases.SaveRecord(2, form));
+    const QString values = "SELECT NDz11,ODz11,ODz51 FROM RLY_RLYOBJ_TEM WHERE RNo=1 ORDER BY DzNo";
+    const QStringList before = rows(values);
+    CaseForm secondary = cases.form(false);
+    ASSERT_EQ(row(secondary, 1, "Idz").newValue[0], "234.722857");
+    ASSERT_TRUE(cases.SaveRecord(2, secondary) && cases.SaveRecord(1, secondary));
+    EXPECT_EQ(rows(values), before);
+    EXPECT_EQ(real("SELECT Rdz11 FROM RLY_CASERDZ WHERE RNo=1 AND Cdz='Idz'"), 1643.06);
+    row(secondary, 1, "Idz").newValue[0] = "234.722856";
+    ASSERT_TRUE(cases.SaveRecord(1, secondary));
+    EXPECT_NEAR(real("SELECT Rdz11 FROM RLY_CASERDZ WHERE RNo=1 AND Cdz='Idz'"), 1643.059992, 1e-9);
+}
+
 TEST_F(Cases, ImpedancesConvertByBothRatios) {
     cases.insert(1, 0, -1, "基础方案");
     CaseForm form;

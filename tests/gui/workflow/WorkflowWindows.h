@@ -28,6 +28,20 @@ inline void press(const QWidget& window, const char* button) {
     QTest::mouseClick(&part<QPushButton>(window, button), Qt::LeftButton);
 }
 
+/// All rows of a table as one text, in the order of the rows' texts.
+inline QString contents(const QString& table) {
+    QStringList rows;
+    sql::Query query;
+    query.exec("SELECT * FROM " + table);
+    while (query.next()) {
+        QStringList cells;
+        for (int column = 0; column < query.cursor().record().count(); ++column) cells << query.raw(column);
+        rows << cells.join(',');
+    }
+    rows.sort();
+    return rows.join('\n');
+}
+
 /// The demonstration network with the real programs; windows without a screen.
 class WorkflowWindows : public DemoStudy {
   protected:
@@ -65,18 +79,5 @@ class WorkflowWindows : public DemoStudy {
     }
     static QString value(const QString& text, const QVariantList& values = {}, const QString& connection = {}) {
         return sql::scalar(connection, text, values, "-").toString();
-    }
-    /// All rows of a table as one text, in the order of the rows' texts.
-    static QString contents(const QString& table) {
-        QStringList rows;
-        sql::Query query;
-        query.exec("SELECT * FROM " + table);
-        while (query.next()) {
-            QStringList cells;
-            for (int column = 0; column < query.cursor().record().count(); ++column) cells << query.raw(column);
-            rows << cells.join(',');
-        }
-        rows.sort();
-        return rows.join('\n');
     }
 };
