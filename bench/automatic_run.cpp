@@ -2,40 +2,15 @@
 // statements per run of the engine, and the processor time of module, engine and database server.
 // The network is the first argument that is no option; without one it is the demonstration network.
 
-#include <sys/resource.h>
-#include <unistd.h>
-
 #include <QEventLoop>
-#include <QFile>
 #include <memory>
 
-#include "bench/RelayedProject.h"
+#include "bench/Usage.h"
 #include "programs/workflow/RunSession.h"
 
 namespace {
 
-double processorSeconds(int who) {
-    rusage usage{};
-    getrusage(who, &usage);
-    return static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
-           1e-6 * static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec);
-}
-
-double serverSeconds() {
-    QFile id(bench::serverFolder + "/server.pid");
-    if (!id.open(QIODevice::ReadOnly)) return 0;
-    QFile stat("/proc/" + QString::fromLatin1(id.readAll().trimmed()) + "/stat");
-    if (!stat.open(QIODevice::ReadOnly)) return 0;
-    const QList<QByteArray> fields = stat.readAll().split(' ');
-    return (fields.value(13).toDouble() + fields.value(14).toDouble()) / static_cast<double>(sysconf(_SC_CLK_TCK));
-}
-
-struct Usage {
-    double module = processorSeconds(RUSAGE_SELF);
-    double engine = processorSeconds(RUSAGE_CHILDREN);
-    double server = serverSeconds();
-    double statements = bench::statementsOfServer();
-};
+using bench::Usage;
 
 /// \return number of engine runs, 0 when the run was not completed
 int calculate(CaseStore& cases) {
