@@ -1000,6 +1000,10 @@
         <translation>The list could not be updated</translation>
     </message>
     <message>
+        <source>作业的保护类型已经不存在</source>
+        <translation>The relay type of the case does not exist any more</translation>
+    </message>
+    <message>
         <source>没有内部作业号为</source>
         <translation>There is no case with number </translation>
     </message>

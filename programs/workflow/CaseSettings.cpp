@@ -1,5 +1,7 @@
 #include "programs/workflow/CaseSettings.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "platform/host/Text.h"
@@ -96,41 +98,51 @@ QVector<int> relaysOf(const QVector<CaseSettingRow>& rows) {
     return relays;
 }
 
-using Measure = std::array<double, kStages>;
+/// Five primary values and the secondary ones of the same parts.
+using Measures = std::array<double, 2 * kStages>;
 
-/// Ten values, five primary and five secondary, out of the texts of the parts that the type has.
-/// \param standing  primary values that stay where a secondary one, which has six decimals only, is still theirs
-QVariantList bothMeasures(const std::array<QString, kStages>& texts, int parts, bool primary, double k,
-                          const Measure& standing) {
-    QVariantList first, second;
-    for (size_t part = 0; part < kStages; ++part) {
-        const double shown = int(part) < parts ? texts[part].toDouble() : 0;
-        const bool stays = std::abs(k * standing[part] - shown) <= 0.5000001e-6;
-        first.append(primary || k == 0 ? shown : stays ? standing[part] : shown / k);
-        second.append(primary ? k * shown : shown);
-    }
-    return first + second;
-}
-
-/// The primary values of a setting that stand in the working table.
-struct Standing {
-    Measure now{}, old{};
+/// What the working table holds of one setting of a relay.
+struct StoredSetting {
+    Measures now{}, old{};
 };
 
-QHash<QPair<int, QString>, Standing> standingValues() {
-    QHash<QPair<int, QString>, Standing> values;
+/// The settings of the working table that have a ratio, by relay and name.
+QHash<QPair<int, QString>, StoredSetting> storedSettings() {
+    QHash<QPair<int, QString>, StoredSetting> settings;
     sql::Query query;
-    query.exec("SELECT RNo,Cdz," +
-               (stageColumns("NDz").mid(0, kStages) + stageColumns("ODz").mid(0, kStages)).join(',') +
-               " FROM RLY_RLYOBJ_TEM");
+    query.exec("SELECT RNo,Cdz," + (stageColumns("NDz") + stageColumns("ODz")).join(',') +
+               " FROM RLY_RLYOBJ_TEM WHERE VType IN (1,2,3)");
     while (query.next()) {
-        Standing& row = values[{query.number(0), query.text(1)}];
-        for (int part = 0; part < kStages; ++part) {
-            row.now[size_t(part)] = query.real(2 + part);
-            row.old[size_t(part)] = query.real(2 + kStages + part);
+        StoredSetting& setting = settings[{query.number(0), query.text(1)}];
+        for (int k = 0; k < 2 * kStages; ++k) {
+            setting.now[size_t(k)] = query.real(2 + k);
+            setting.old[size_t(k)] = query.real(2 + 2 * kStages + k);
         }
     }
-    return values;
+    return settings;
+}
+
+/// Whether two stored values are the same setting in its two measures. They have six decimals; what a run wrote has six
+/// digits in all.
+bool belongTogether(double primary, double secondary, double k) {
+    constexpr double kHalfDecimal = 0.51e-6, kHalfDigit = 5.1e-6;
+    return std::fabs(secondary - k * primary) < std::max(kHalfDecimal, kHalfDigit * secondary) ||
+           std::fabs(primary - secondary / k) < kHalfDecimal;
+}
+
+/// Five primary and five secondary values out of the texts of the parts that the type has. A value that stands as it
+/// was shown keeps its other measure: converted there and back it would lose its last digits.
+QVariantList bothMeasures(const std::array<QString, kStages>& texts, int parts, bool primary, double k,
+                          const Measures& stored) {
+    QVariantList first, second;
+    for (int part = 0; part < kStages; ++part) {
+        const double shown = part < parts ? texts[size_t(part)].toDouble() : 0;
+        const double p = stored[size_t(part)], s = stored[size_t(kStages + part)];
+        const bool stands = shown == (primary ? p : s) && belongTogether(p, s, k);
+        first.append(primary ? shown : stands ? p : shown / k);
+        second.append(!primary ? shown : stands ? s : k * shown);
+    }
+    return first + second;
 }
 
 /// Walks the rows of a form with what belongs to each.
@@ -138,13 +150,11 @@ struct FormWalk {
     const CaseForm& form;
     RelayTypeInfo type;
     QHash<int, RelayData> relays;
-    QHash<QPair<int, QString>, Standing> standing;
+    QHash<QPair<int, QString>, StoredSetting> settings = storedSettings();
     int rNo = -1, turnNo = 0, dzNo = 0;
 
     FormWalk(int rTypeNo, const CaseForm& walked)
-        : form(walked), type(readRelayTypes().value(rTypeNo)), relays(relayData(relaysOf(walked.rows))) {
-        if (!form.primary) standing = standingValues();
-    }
+        : form(walked), type(readRelayTypes().value(rTypeNo)), relays(relayData(relaysOf(walked.rows))) {}
 
     /// Factor of the row's setting; counts relays and their settings on the way.
     double enter(const CaseSettingRow& row) {
@@ -157,13 +167,7 @@ struct FormWalk {
         const RelayData relay = relays.value(rNo);
         return conversionFactor(vType(row), relay.ctPri, relay.ctSec, relay.ptPri, relay.ptSec);
     }
-    [[nodiscard]] QVariantList newValues(const CaseSettingRow& row, double k) const {
-        return bothMeasures(row.newValue, type.NPart, form.primary, k, standing.value({row.RNo, row.Cdz}).now);
-    }
-    /// Those of parts that the type does not have stay, too.
-    [[nodiscard]] QVariantList oldValues(const CaseSettingRow& row, double k) const {
-        return bothMeasures(row.oldValue, kStages, form.primary, k, standing.value({row.RNo, row.Cdz}).old);
-    }
+    [[nodiscard]] StoredSetting stored(const CaseSettingRow& row) const { return settings.value({row.RNo, row.Cdz}); }
     [[nodiscard]] int vType(const CaseSettingRow& row) const {
         const SettingKind* setting = type.setting(row.Cdz);
         return setting ? setting->VType : 0;
@@ -173,10 +177,13 @@ struct FormWalk {
 }  // namespace
 
 bool CaseSettings::load(int caseNo, int rTypeNo, bool* missing) {
-    const RelayTypeInfo type = readRelayTypes().value(rTypeNo);
+    const auto types = readRelayTypes();
+    const RelayTypeInfo type = types.value(rTypeNo);
+    if (!types.contains(rTypeNo)) ReportError(Text::tr("作业的保护类型已经不存在"), 0);
     sql::Transaction transaction;
     sql::Query query;
     if (!query.exec("DELETE FROM RLY_RLYOBJ_TEM")) return false;
+    if (!types.contains(rTypeNo)) return transaction.commit() && false;
     for (const SettingKind& setting : type.settings)
         if (setting.Cdz != kLineLength && !loadSetting(caseNo, type, setting)) return false;
     const int gone = sql::scalar({},
@@ -209,7 +216,8 @@ bool CaseSettings::storeCase(int caseNo, int rTypeNo, const CaseForm& form) {
     QVector<QVariantList> rows;
     for (const CaseSettingRow& row : form.rows) {
         const double k = walk.enter(row);
-        rows.append(QVariantList{caseNo, row.RNo, walk.dzNo, row.Cdz} + walk.newValues(row, k));
+        rows.append(QVariantList{caseNo, row.RNo, walk.dzNo, row.Cdz} +
+                    bothMeasures(row.newValue, walk.type.NPart, form.primary, k, walk.stored(row).now));
     }
     sql::Query query;
     return query.exec("DELETE FROM RLY_CASERDZ WHERE Case_No=?", {caseNo}) &&
@@ -222,9 +230,12 @@ bool CaseSettings::storeWorking(int rTypeNo, const CaseForm& form) {
     for (const CaseSettingRow& row : form.rows) {
         const double k = walk.enter(row);
         const RelayData relay = walk.relays.value(row.RNo);
+        const StoredSetting stored = walk.stored(row);
         rows.append(QVariantList{walk.turnNo, row.RNo, relay.RTypeCode, relay.at.ID_Name, relay.at.I_Name,
                                  relay.at.J_Name, relay.at.Side, walk.type.NPart, walk.dzNo, row.Cdz} +
-                    walk.oldValues(row, k) + walk.newValues(row, k) + QVariantList{walk.vType(row)});
+                    bothMeasures(row.oldValue, kStages, form.primary, k, stored.old) +
+                    bothMeasures(row.newValue, walk.type.NPart, form.primary, k, stored.now) +
+                    QVariantList{walk.vType(row)});
     }
     sql::Query query;
     return query.exec("DELETE FROM RLY_RLYOBJ_TEM") &&
