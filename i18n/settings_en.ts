@@ -8,6 +8,10 @@
         <translation>Differs from the stored value by more than %1%</translation>
     </message>
     <message>
+        <source>未计算</source>
+        <translation>Not calculated</translation>
+    </message>
+    <message>
         <source>一</source>
         <translation>1</translation>
     </message>
@@ -112,7 +116,7 @@
     </message>
     <message>
         <source>导出定值</source>
-        <translation>Export settings</translation>
+        <translation>Export Settings</translation>
     </message>
     <message>
         <source>定值</source>
@@ -147,7 +151,7 @@
     </message>
     <message>
         <source>保存并修改后备定值</source>
-        <translation>Save and replace backup</translation>
+        <translation>Save and Replace Backup</translation>
     </message>
     <message>
         <source>新定值成为当前定值，原定值成为后备定值</source>
@@ -155,7 +159,7 @@
     </message>
     <message>
         <source>保存并不改变后备定值</source>
-        <translation>Save and keep backup</translation>
+        <translation>Save and Keep Backup</translation>
     </message>
     <message>
         <source>新定值成为当前定值，后备定值不变</source>

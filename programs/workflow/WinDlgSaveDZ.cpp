@@ -105,7 +105,7 @@ void WinDlgSaveDZ::connectAll() {
 
 void WinDlgSaveDZ::setUpTables() {
     const int parts = readRelayTypes().value(rTypeNo_).NPart;
-    table_Newdz->setColumns({.parts = parts, .values = SettingColumns::Values::New});
+    table_Newdz->setColumns({.parts = parts, .values = SettingColumns::Values::New, .zerosCount = true});
     table_OldDz->setColumns({.parts = parts, .values = SettingColumns::Values::Old, .changes = false});
     for (SettingTable* table : {table_Newdz, table_OldDz}) table->setSelectionBehavior(QAbstractItemView::SelectRows);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/host/ui/Icons.h"
 #include "platform/host/ui/TableExport.h"
@@ -15,6 +16,8 @@ QIcon drawnOnce(const QIcon& icon) {
     for (const int size : {16, 20, 24, 32, 48, 64}) drawn.addPixmap(icon.pixmap(size));
     return drawn;
 }
+
+bool isValue(double number) { return number != 0 && !std::isnan(number); }
 
 }  // namespace
 
@@ -37,6 +40,7 @@ void SettingModel::setColumns(const SettingColumns& columns) {
     columns_ = columns;
     rows_.clear();
     numbers_.clear();
+    calculated_.clear();
     endResetModel();
 }
 
@@ -47,6 +51,8 @@ void SettingModel::setRows(QVector<CaseSettingRow> rows) {
     beginResetModel();
     rows_ = std::move(rows);
     numbers_ = numbersOf(rows_);
+    calculated_.clear();
+    countValues(0, rowCount() - 1);
     endResetModel();
 }
 
@@ -59,7 +65,13 @@ void SettingModel::takeValues(QVector<CaseSettingRow> rows) {
     while (last > first && !differs(last)) --last;
     rows_ = std::move(rows);
     for (qsizetype row = first; row <= last; ++row) numbers_[row] = Numbers(rows_[row]);
-    if (first <= last) tellRows(int(first), int(last));
+    if (first > last) return;
+    calculated_.clear();
+    countValues(0, rowCount() - 1);
+    // the first value of a part changes what its other rows say
+    while (first > 0 && rows_[first - 1].RNo == rows_[first].RNo) --first;
+    while (last + 1 < rows_.size() && rows_[last + 1].RNo == rows_[last].RNo) ++last;
+    tellRows(int(first), int(last));
 }
 
 void SettingModel::tellRows(int first, int last) {
@@ -71,10 +83,12 @@ void SettingModel::append(const QVector<CaseSettingRow>& rows) {
     beginInsertRows({}, rowCount(), rowCount() + int(rows.size()) - 1);
     rows_ += rows;
     numbers_ += numbersOf(rows);
+    countValues(rowCount() - int(rows.size()), rowCount() - 1);
     endInsertRows();
 }
 
 void SettingModel::removeRelay(int rNo) {
+    calculated_.remove(rNo);
     for (int last = rowCount() - 1; last >= 0; --last) {
         if (rows_[last].RNo != rNo) continue;
         int first = last;
@@ -96,10 +110,44 @@ int SettingModel::find(int rNo, const QString& cdz) const {
 void SettingModel::setValue(int row, int part, const QString& text) {
     if (row < 0 || row >= rowCount() || part < 1 || part > parts()) return;
     rows_[row].newValue[size_t(part - 1)] = text;
-    numbers_[row].now[size_t(part - 1)] = settingNumber(text);
+    const double before = std::exchange(numbers_[row].now[size_t(part - 1)], settingNumber(text));
+    countValue(row, part, before, newNumber(row, part));
     // cell by cell, so that views paint no more than these
     for (const int column : {newColumn(part), changeColumn(part)})
         if (column >= 0) emit dataChanged(index(row, column), index(row, column));
+}
+
+void SettingModel::countValues(int first, int last) {
+    for (int row = first; row <= last; ++row)
+        for (size_t part = 0; part < kStages; ++part)
+            if (isValue(numbers_[row].now[part])) ++calculated_[rows_[row].RNo][part];
+}
+
+/// The first value of a part makes its zeros values as well.
+void SettingModel::countValue(int row, int part, double from, double to) {
+    if (isValue(from) == isValue(to)) return;
+    const int relay = rows_[row].RNo;
+    const bool before = isCalculated(row, part);
+    calculated_[relay][size_t(part - 1)] += isValue(to) ? 1 : -1;
+    const int column = changeColumn(part);
+    if (isCalculated(row, part) == before || column < 0) return;
+    for (int other = 0; other < rowCount(); ++other)
+        if (rows_[other].RNo == relay && other != row && storedChange(other, part))
+            emit dataChanged(index(other, column), index(other, column));
+}
+
+bool SettingModel::isCalculated(int row, int part) const {
+    const auto found = calculated_.constFind(rows_[row].RNo);
+    return found != calculated_.cend() && (*found)[size_t(part - 1)] > 0;
+}
+
+std::optional<SettingChange> SettingModel::storedChange(int row, int part) const {
+    return settingChange(newNumber(row, part), oldNumber(row, part));
+}
+
+std::optional<SettingChange> SettingModel::change(int row, int part) const {
+    const auto changed = storedChange(row, part);
+    return changed && (columns_.zerosCount || isCalculated(row, part)) ? changed : std::nullopt;
 }
 
 void SettingModel::setWarningShare(double share) {
@@ -195,6 +243,13 @@ bool SettingModel::warns(int row, Content content) const {
     return changed && changed->exceeds(warningShare_);
 }
 
+QVariant SettingModel::toolTip(int row, Content content) const {
+    if (content.kind == Content::Label) return rows_[row].label;
+    if (warns(row, content)) return tr("与原定值相差超过 %1%").arg(QString::number(warningShare_ * 100, 'g', 4));
+    const bool open = content.kind == Content::Change && !columns_.zerosCount && !isCalculated(row, content.part);
+    return open ? QVariant(tr("未计算")) : QVariant();
+}
+
 QVariant SettingModel::data(const QModelIndex& index, int role) const {
     const Content held = content(index.column());
     switch (role) {
@@ -206,9 +261,7 @@ QVariant SettingModel::data(const QModelIndex& index, int role) const {
         case Qt::DecorationRole:
             return warns(index.row(), held) ? QVariant(warning_) : QVariant();
         case Qt::ToolTipRole:
-            if (warns(index.row(), held))
-                return tr("与原定值相差超过 %1%").arg(QString::number(warningShare_ * 100, 'g', 4));
-            return held.kind == Content::Label ? QVariant(rows_[index.row()].label) : QVariant();
+            return toolTip(index.row(), held);
         default:
             return {};
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QHash>
 #include <QIcon>
 
 #include "programs/workflow/CaseNode.h"
@@ -13,6 +14,9 @@ struct SettingColumns {
     Values values = Values::NewAndOld;
     bool changes = true;    ///< with what changed against the stored values
     bool editable = false;  ///< the new values may be typed over
+    /// New values of a part of a relay that are all 0 are values like others; else the part has not been calculated,
+    /// and nothing in it has changed.
+    bool zerosCount = false;
 };
 
 /// Settings of relays, one row for each relay and setting. Columns: 0 place of the relay, 1 name of the setting, then
@@ -61,9 +65,9 @@ class SettingModel : public QAbstractTableModel {
     /// Values of a part as numbers; not a number where the text is none.
     [[nodiscard]] double newNumber(int row, int part) const { return numbers_[row].now[size_t(part - 1)]; }
     [[nodiscard]] double oldNumber(int row, int part) const { return numbers_[row].before[size_t(part - 1)]; }
-    [[nodiscard]] std::optional<SettingChange> change(int row, int part) const {
-        return settingChange(newNumber(row, part), oldNumber(row, part));
-    }
+    /// Whether the part of the row's relay has any new value beside 0.
+    [[nodiscard]] bool isCalculated(int row, int part) const;
+    [[nodiscard]] std::optional<SettingChange> change(int row, int part) const;
     /// Whether any part of the relay type changed.
     [[nodiscard]] bool isChanged(int row) const;
 
@@ -82,6 +86,7 @@ class SettingModel : public QAbstractTableModel {
     [[nodiscard]] QVariant exported(int row, Content content) const;
     /// The mark belongs into the change column, or into that of the value where changes are not shown.
     [[nodiscard]] bool warns(int row, Content content) const;
+    [[nodiscard]] QVariant toolTip(int row, Content content) const;
     /// The values of a row as numbers, which sorting, filtering and painting ask for again and again.
     struct Numbers {
         std::array<double, kStages> now, before;
@@ -89,12 +94,16 @@ class SettingModel : public QAbstractTableModel {
         explicit Numbers(const CaseSettingRow& row);
     };
     static QVector<Numbers> numbersOf(const QVector<CaseSettingRow>& rows);
+    [[nodiscard]] std::optional<SettingChange> storedChange(int row, int part) const;
+    void countValues(int first, int last);
+    void countValue(int row, int part, double from, double to);
     void takeValues(QVector<CaseSettingRow> rows);
     void tellRows(int first, int last);
 
     SettingColumns columns_;
     QVector<CaseSettingRow> rows_;
     QVector<Numbers> numbers_;
+    QHash<int, std::array<int, kStages>> calculated_;  ///< new values beside 0 in each part, by relay
     double warningShare_ = 0.2;
     QIcon warning_;
 };

@@ -144,6 +144,38 @@ TEST_F(Settings, ChangesAreToldInFiguresOfUse) {
     EXPECT_EQ(text("5", "-10"), "+15 (+150%)");
 }
 
+TEST_F(Settings, APartThatWasNotCalculatedHasNotChangedUntilItsFirstValue) {
+    QVector<CaseSettingRow> open = rows();
+    open[0].newValue[0] = "0";
+    open[1].newValue[0] = "";
+    table.setRows(open);
+    const int change = table.settings().changeColumn(1);
+    const auto cell = [&](int row) { return table.model()->index(row, change); };
+    const auto marked = [&](int row) { return !cell(row).data(Qt::DecorationRole).isNull(); };
+    EXPECT_EQ(shownColumn(change), "||新|+0.3 (+60%)|+300 (+30%)|");
+    EXPECT_EQ(cell(0).data(Qt::ToolTipRole), "未计算");
+    EXPECT_EQ(cell(2).data(Qt::ToolTipRole), QVariant());
+    EXPECT_FALSE(marked(0) || marked(1));
+    table.setOnlyChanged(true);
+    EXPECT_EQ(shownColumn(2), "300|0.8|1300");
+    table.setOnlyChanged(false);
+
+    type(1, 2, "0");
+    EXPECT_EQ(shownColumn(change), "||新|+0.3 (+60%)|+300 (+30%)|");
+    type(0, 2, "1000");
+    EXPECT_EQ(shownColumn(change), "|-0.5 (-100%)|新|+0.3 (+60%)|+300 (+30%)|") << "a time of 0 s";
+    EXPECT_TRUE(marked(1) && !marked(0));
+    table.setRows(open);
+    EXPECT_EQ(shownColumn(change), "||新|+0.3 (+60%)|+300 (+30%)|");
+    table.settings().removeRelay(7);
+    table.settings().append(open.mid(0, 2));
+    EXPECT_EQ(shownColumn(change), "新|+0.3 (+60%)|+300 (+30%)|||");
+    table.setColumns({.parts = 2, .zerosCount = true});
+    table.setRows(open);
+    EXPECT_EQ(shownColumn(change), "-1000 (-100%)||新|+0.3 (+60%)|+300 (+30%)|") << "0 is what would be stored";
+    EXPECT_TRUE(marked(0));
+}
+
 TEST_F(Settings, TypedValuesReachTheirRowAndMoveNothing) {
     clickHead(2);
     table.setOnlyChanged(true);
