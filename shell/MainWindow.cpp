@@ -27,6 +27,7 @@ namespace {
 
 constexpr int kLabels = 0x02 | 0x04;
 constexpr int kNetwork = 0x18 | 0x28;
+constexpr int kReadingTime = 10000;  ///< ms that a reason stays in the status bar
 
 }  // namespace
 
@@ -146,6 +147,7 @@ void MainWindow::connectMenus() {
     couple((*menus_)["messages"], messages_->toggleViewAction());
     couple((*menus_)["toolbar"], toolBar_->toggleViewAction());
     connect(menus_, &Menus::moduleAction, this, &MainWindow::runModuleAction);
+    connect(menus_, &Menus::refused, this, [this](const QString& why) { statusBar()->showMessage(why, kReadingTime); });
 }
 
 void MainWindow::languageChange() {

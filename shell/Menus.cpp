@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QRegularExpression>
+#include <QShortcut>
 
 #include "shell/Appearance.h"
 
@@ -139,6 +140,14 @@ void Menus::addRow(int number) {
     action->setVisible(false);
     connect(action, &QAction::changed, this, &Menus::tidy, Qt::QueuedConnection);
     connect(action, &QAction::triggered, this, [this, row] { emit moduleAction(row.name); });
+    if (*row.keys) sayOnKeys(action);
+}
+
+// Of an action that is off the keys do nothing, and a user wonders.
+void Menus::sayOnKeys(QAction* action) {
+    auto* keys = whileOff_[action] = new QShortcut(action->shortcut(), static_cast<QMenuBar*>(parent()));
+    connect(keys, &QShortcut::activated, this,
+            [this, action] { emit refused(withoutMnemonic(action->text()) + ": " + action->statusTip()); });
 }
 
 QAction* Menus::operator[](const char* name) const { return actions_.value(name); }
@@ -160,8 +169,12 @@ void Menus::tidy() {
         if (!action) continue;
         QString tip = withoutMnemonic(action->text());
         if (!action->shortcut().isEmpty()) tip += " (" + action->shortcut().toString(QKeySequence::NativeText) + ")";
-        if (!action->isEnabled()) tip += "\n" + needText(projectOpen_ ? row.need : std::min(row.need, OpenProject));
+        const QString why =
+            action->isEnabled() ? QString() : needText(projectOpen_ ? row.need : std::min(row.need, OpenProject));
+        if (!why.isEmpty()) tip += "\n" + why;
         if (action->toolTip() != tip) action->setToolTip(tip);
+        if (action->statusTip() != why) action->setStatusTip(why);
+        if (QShortcut* keys = whileOff_.value(action)) keys->setEnabled(action->isVisible() && !why.isEmpty());
     }
     for (QMenu* menu : std::as_const(menus_)) {
         bool any = false;

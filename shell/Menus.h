@@ -7,6 +7,7 @@
 class QAction;
 class QMenu;
 class QMenuBar;
+class QShortcut;
 class QWidget;
 
 namespace shell {
@@ -34,13 +35,17 @@ class Menus : public QObject {
   signals:
     /// An action of the module was chosen.
     void moduleAction(const QString& name);
+    /// The keys of an action of the module that is off were pressed.
+    void refused(const QString& reason);
 
   private:
     void addRow(int row);
+    void sayOnKeys(QAction* action);
 
     QHash<QString, QMenu*> menus_;
     QHash<QString, QAction*> actions_;
     QMap<QString, QAction*> module_;
+    QHash<const QAction*, QShortcut*> whileOff_;
     QMenu* recent_ = nullptr;
     bool projectOpen_ = false;
 };

@@ -2,7 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -46,6 +49,39 @@ inline void reject(QWidget& window) {
     if (auto* dialog = qobject_cast<QDialog*>(&window)) dialog->reject();
 }
 
+/// What to do with the modal window of a name when it is in front: closes it, opens another one or lets it work.
+struct Visit {
+    const char* name;
+    std::function<void(QWidget&)> act;
+    std::function<bool(QWidget&)> isReady = [](QWidget&) { return true; };
+};
+
+/// Goes through modal windows that open each other, in their order; whatever comes too late is closed.
+inline void visit(const std::function<void()>& act, const QVector<Visit>& visits, int ms = 60000) {
+    qsizetype next = 0;
+    QElapsedTimer clock;
+    clock.start();
+    withModals(act, [&](QWidget& window) {
+        if (next == visits.size() || clock.elapsed() > ms) return reject(window);
+        const Visit& visit = visits[next];
+        if (window.objectName() != visit.name || !visit.isReady(window)) return;
+        ++next;
+        visit.act(window);
+    });
+    EXPECT_EQ(next, visits.size()) << (next < visits.size() ? visits[next].name : "");
+}
+
+/// Presses a button once this event is over, since what it opens goes on until it is closed.
+inline void pressLater(const QWidget& window, const char* name) {
+    auto* button = window.findChild<QAbstractButton*>(name);
+    ASSERT_TRUE(button && button->isEnabled()) << name;
+    QTimer::singleShot(0, button, &QAbstractButton::click);
+}
+
+inline bool isEnabled(const QWidget& window, const char* button) {
+    return window.findChild<QAbstractButton*>(button)->isEnabled();
+}
+
 /// The main window on a demonstration project of its own.
 class Workbench : public testing::Test {
   protected:
@@ -68,6 +104,17 @@ class Workbench : public testing::Test {
         window->openDemonstration();
         ASSERT_TRUE(waitFor([&] { return shown.count() > 0; }));
     }
+    void selectCase(int index) const {
+        part<QComboBox>("comboBox_Case")->setCurrentIndex(index);
+        emit part<QComboBox>("comboBox_Case")->activated(index);
+    }
+    /// \param mode  0 to edit relays, 1 to calculate
+    void selectMode(int mode) const {
+        part<QComboBox>("comboBox_Mode")->setCurrentIndex(mode);
+        emit part<QComboBox>("comboBox_Mode")->activated(mode);
+        QCoreApplication::processEvents();
+    }
+    [[nodiscard]] QAction& moduleAction(const char* name) const { return *(*window->menus().module())[name]; }
     template <class T>
     T* part(const QString& name) const {
         return window->findChild<T*>(name);

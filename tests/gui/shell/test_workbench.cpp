@@ -8,11 +8,14 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSqlDatabase>
+#include <QStatusBar>
+#include <QTest>
 
 #include "platform/host/BaseTables.h"
 #include "platform/host/diagram/Drawing.h"
@@ -130,9 +133,7 @@ TEST_F(Workbench, LabelsTheLineEndsOfTheDemonstrationAsTheDisplayConfigurationAs
                   1);
         return labelsOf(window->diagram());
     };
-    auto* cases = part<QComboBox>("comboBox_Case");
-    cases->setCurrentIndex(0);
-    emit cases->activated(0);
+    selectCase(0);
     EXPECT_EQ(show("radioButton_RlySet"), ends);
 
     const auto set = [](double value) {
@@ -152,9 +153,44 @@ TEST_F(Workbench, LabelsTheLineEndsOfTheDemonstrationAsTheDisplayConfigurationAs
     EXPECT_TRUE(set(0));
 }
 
+TEST_F(Workbench, LabelsShowTheSettingsThatTheCaseEditorSaved) {
+    openDemonstration();
+    selectCase(0);
+    withModals([this] { moduleAction("RlyDspSetAction").trigger(); },
+               [](QWidget& dialog) {
+                   dialog.findChild<QRadioButton*>("radioButton_RlyDz")->click();
+                   click(dialog, "pushButton_Ensure");
+               });
+    const auto stored = [] {
+        const QString text =
+            "SELECT z.NRDz12 FROM RLY_RDZ z JOIN RLY_RUD a ON a.RNo=z.RNo WHERE z.CDz='Zdz' AND a.ID_Name='青龙'"
+            " AND a.Side=2 AND a.RTypeNo=1";
+        return sql::scalar({}, text).toDouble();
+    };
+    const auto labelled = [stored] {
+        return StartsWith("青龙 2: " + QString::number(stored()).toStdString() + " ohm");
+    };
+    EXPECT_EQ(stored(), 0);
+
+    selectMode(1);
+    const auto idle = [](QWidget& run) { return isEnabled(run, "pushButton_Ensure"); };
+    visit([this] { moduleAction("RlyCalCalAction").trigger(); },
+          {{"WinDlgRlyCalMain", [](QWidget& editor) { pressLater(editor, "pushButton_AutoCal"); }},
+           {"WinDlgRlyCal", [](QWidget& run) { pressLater(run, "pushButton_Next"); }},
+           {"WinDlgRlyCal", [](QWidget& run) { pressLater(run, "pushButton_Ensure"); }, idle},
+           {"WinDlgRlyCalMain", [](QWidget& editor) { pressLater(editor, "pushButton_SaveDz"); }},
+           {"WinDlgSaveDZ", [](QWidget& save) { click(save, "pushButton_SaveChangeHB"); }},
+           {"WinDlgRlyCalMain", [](QWidget& editor) { click(editor, "Button_OK"); }}});
+    QCoreApplication::processEvents();
+    EXPECT_GT(stored(), 1);
+    EXPECT_THAT(labelsOf(window->diagram()), Contains(labelled()));
+    EXPECT_EQ(part<QComboBox>("comboBox_Case")->currentText(), "相间距离");
+    window->closeProject();
+    EXPECT_TRUE(window->session().store().remove(project));
+}
+
 TEST_F(Workbench, OffersOfTheModuleWhatItHasAndSaysWhyTheRestIsOff) {
     openDemonstration();
-    auto* modes = part<QComboBox>("comboBox_Mode");
     const auto& actions = *window->menus().module();
     int visible = 0;
     for (QAction* action : actions) visible += action->isVisible() ? 1 : 0;
@@ -162,12 +198,20 @@ TEST_F(Workbench, OffersOfTheModuleWhatItHasAndSaysWhyTheRestIsOff) {
     EXPECT_EQ(actions.size(), 12);
     QAction* names = actions["RlyEditSetDzNameAction"];
     EXPECT_TRUE(names->isEnabled());
-    modes->setCurrentIndex(1);
-    emit modes->activated(1);
-    QCoreApplication::processEvents();
+    selectMode(1);
     EXPECT_FALSE(names->isEnabled());
     EXPECT_THAT(names->toolTip().toStdString(), HasSubstr("保护编辑"));
     EXPECT_TRUE(actions["RlyDspSetAction"]->isEnabled());
+
+    selectMode(0);
+    QAction* calculate = actions["RlyCalCalAction"];
+    EXPECT_FALSE(calculate->isEnabled());
+    EXPECT_THAT(calculate->statusTip().toStdString(), HasSubstr("保护整定"));
+    EXPECT_TRUE(part<QMenu>("menu_calculate")->toolTipsVisible());
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    QTest::keyClick(window.get(), Qt::Key_F9);
+    EXPECT_THAT(window->statusBar()->currentMessage().toStdString(), HasSubstr("保护整定"));
 }
 
 TEST_F(Workbench, AProjectThatAnotherProgramHasIsNotOpenedUntilThatOneEnds) {
