@@ -5,7 +5,7 @@
     <name>WinDlgRlyCalMain</name>
     <message>
         <source>整定计算主界面</source>
-        <translation>Setting calculation</translation>
+        <translation>Setting Calculation</translation>
     </message>
     <message>
         <source>作业信息</source>
@@ -97,7 +97,7 @@
     </message>
     <message>
         <source>整定原则</source>
-        <translation>Setting rules</translation>
+        <translation>Setting Rules</translation>
     </message>
     <message>
         <source>当前行的保护采用哪些整定原则和参数</source>
@@ -109,11 +109,11 @@
     </message>
     <message>
         <source>分支系数</source>
-        <translation>Branch factors</translation>
+        <translation>Branch Factors</translation>
     </message>
     <message>
         <source>选择运行方式</source>
-        <translation>Choose modes</translation>
+        <translation>Choose Modes</translation>
     </message>
     <message>
         <source>选择大运行方式</source>
@@ -125,7 +125,7 @@
     </message>
     <message>
         <source>手动计算</source>
-        <translation>Manual run</translation>
+        <translation>Manual Run</translation>
     </message>
     <message>
         <source>保存作业，逐个保护逐段计算</source>
@@ -133,7 +133,7 @@
     </message>
     <message>
         <source>自动计算</source>
-        <translation>Automatic run</translation>
+        <translation>Automatic Run</translation>
     </message>
     <message>
         <source>保存作业，一次计算全部保护</source>
@@ -141,7 +141,7 @@
     </message>
     <message>
         <source>保存定值</source>
-        <translation>Save settings</translation>
+        <translation>Save Settings</translation>
     </message>
     <message>
         <source>把新定值存为保护的定值</source>
@@ -149,7 +149,7 @@
     </message>
     <message>
         <source>保存配合</source>
-        <translation>Save coordination</translation>
+        <translation>Save Coordination</translation>
     </message>
     <message>
         <source>没有作业，请先增加一条记录</source>
@@ -162,10 +162,6 @@
     <message>
         <source>不能编辑作业，原因见消息窗口</source>
         <translation>Cases cannot be edited; the message dock has the reason</translation>
-    </message>
-    <message>
-        <source>该类保护没有这一段</source>
-        <translation>Relays of this type do not have this stage</translation>
     </message>
     <message>
         <source>作业的潮流作业已不存在，请重新选择</source>

@@ -3,6 +3,7 @@
 #include <QMenu>
 #include <QToolButton>
 
+#include "platform/host/ui/Icons.h"
 #include "platform/sql/Sql.h"
 #include "programs/reports/BookViewer.h"
 #include "programs/reports/CBookWriter.h"
@@ -44,6 +45,9 @@ void WinDlgRlyCal::setUpBookMenu() {
     menu->addAction(tr("导出HTML…"), this, [this] { exportBook(tr("网页 (*.html)"), ".html", exportBookHtml); });
     toolButton_Book->setMenu(menu);
     toolButton_Book->setPopupMode(QToolButton::InstantPopup);
+    toolButton_Book->setText(tr("导出计算书"));
+    toolButton_Book->setIcon(host::icon("export"));
+    toolButton_Book->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
 }
 
 void WinDlgRlyCal::exportBook(const QString& kind, const QString& ending,

@@ -68,7 +68,7 @@ void WinDlgRlyCal::layOut() {
     rows->addWidget(progress_);
     rows->addWidget(buttons());
     setMinimumSize(900, 600);
-    resize(1240, 760);
+    rememberPlace(this, {1440, 920});
     host::setTabChain({table_RlyObj, table_RDzTm, table_Klm, tabWidget_Right, pushButton_KlmSys, pushButton_CalKlm,
                        pushButton_BuildCalBook, toolButton_Book, pushButton_Next, pushButton_Ensure,
                        pushButton_Cancel});

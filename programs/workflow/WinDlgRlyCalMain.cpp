@@ -164,7 +164,7 @@ void WinDlgRlyCalMain::layOut() {
                        buttons_["pushButton_AddRly"], buttons_["pushButton_DeleteRly"], buttons_["pushButton_Rule"],
                        lineEdit_BigSys, buttons_["pushButton_BigSys"], lineEdit_SmallSys,
                        buttons_["pushButton_SmallSys"]});
-    resize(1100, 720);
+    rememberPlace(this, {1360, 860});
 }
 
 QLayout* WinDlgRlyCalMain::layOutCase() {

@@ -77,8 +77,9 @@ void WinDlgRlyCalMain::showSources(const QString& label, const QStringList& name
 void WinDlgRlyCalMain::showParts() {
     const RelayTypeInfo type = readRelayTypes().value(editing_.cases().current()->RTypeNo);
     for (int part = 0; part < kStages; ++part) {
+        // its flag stays with the case
         partBoxes_[size_t(part)]->setEnabled(part < type.NPart);
-        partBoxes_[size_t(part)]->setToolTip(part < type.NPart ? QString() : tr("该类保护没有这一段"));
+        partBoxes_[size_t(part)]->setVisible(part < type.NPart);
     }
 }
 

@@ -151,8 +151,11 @@ void WinDlgRlyCal::onFinished(bool complete) {
     AutoCalSlot();
 }
 
+// The run has scrolled the table along: tables and pictures show the current relay again.
 void WinDlgRlyCal::AutoCalSlot() {
     DspTable_RlyObj();
+    if (table_RlyObj->row() < 0) table_RlyObj->setCurrentCell(0, SettingModel::FirstValue);
+    table_RlyObj->scrollTo(table_RlyObj->currentIndex());
     refreshView();
 }
 

@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+class QDialog;
 class QDialogButtonBox;
 class QPushButton;
 class QSplitter;
@@ -20,3 +21,6 @@ QDialogButtonBox* buttonRow(QPushButton* ensure, QPushButton* cancel);
 /// Gives a splitter the sizes that the user gave it last, and remembers those he gives it: under the object names of
 /// the window and the splitter.
 void rememberSizes(QSplitter* splitter, const QString& window);
+/// Gives a dialog the size and the place that it had last, under its object name; before that a size that is wanted,
+/// less where the screen is smaller.
+void rememberPlace(QDialog* dialog, QSize wanted);

@@ -48,6 +48,9 @@ TEST_F(RunWindow, AnAutomaticRunGivesWhatItGivesWithoutAWindow) {
         EXPECT_FALSE(table.text(table.find(relay, "Idz"), table.settings().changeColumn(1)).isEmpty());
     }
     takeScreenshot(*shown, "run-finished");
+    EXPECT_EQ(table.row(), 0);
+    EXPECT_EQ(table.column(), column(1));
+    EXPECT_TRUE(table.selectionModel()->isSelected(table.currentIndex()));
     EXPECT_GT(results(*shown).rowCount(), 0);  // of the relay that is looked at
     EXPECT_EQ(said(), "");
     press(*shown, "Ensure");
