@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "programs/engine/BranchStep.h"
+#include "programs/engine/CoefficientLines.h"
 #include "programs/engine/MainBranchRows.h"
 #include "programs/engine/RowCursor.h"
 #include "programs/engine/RuleData.h"
@@ -38,9 +39,18 @@ class CRelayFaultCal {
     bool ReadTurnOrder();          ///< RELAY.R8 into `TurnNo`
     bool ReadSettingResults();     ///< RELAY.RP1 into RLY_RDZTEM
     bool ReadFaultResults();       ///< RELAY.RP2 into RLY_FAULTINF
-    bool ReadBranchCoefResults();  ///< RELAY.RP3 into RLY_KFINF
+    bool ReadBranchCoefResults();  ///< RELAY.RP3 and the lines kept into RLY_KFINF
     bool ReadPhaseResults();       ///< RELAY.RP4 into RLY_RRNPH
     bool ReadVariableResults();    ///< RELAY.RP5 into RLY_RRVIN
+
+    /// Keeps the lines of RELAY.RP3 of an engine run until those of the whole run are stored. Without the file nothing
+    /// is kept.
+    void keepBranchCoefs();
+    /// The lines kept into RLY_KFINF.
+    bool storeBranchCoefs();
+    void forgetBranchCoefs() { coefficients_.clear(); }
+    /// RELAY.RP3 into RLY_KFINF, in the place of the rows of the same main branches and relays.
+    bool replaceBranchCoefs();
 
     /// 1: the relays of the case stand in the next RELAY.R1 with their stored settings; the write sets it to 0.
     void setFirstWrite(int value) { firstWrite_ = value; }
@@ -86,4 +96,5 @@ class CRelayFaultCal {
     std::unique_ptr<SettingsByRelay> workingSettings_;
     std::unique_ptr<RunFaultRows> ruleFaults_;
     std::unique_ptr<MainBranchRows> mainBranches_;
+    CoefficientLines coefficients_;
 };

@@ -26,6 +26,7 @@ void CStepCalFlow::startOver() {
     prTypeNo_ = -1;
     rulesInHand_.clear();
     work::remove(workDir(), exchange::file::kCoefficients);
+    relayFault().forgetBranchCoefs();
 }
 
 bool CStepCalFlow::Step() {

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <map>
 #include <tuple>
+#include <utility>
 
 #include "exchange/FileNames.h"
 #include "exchange/ResultFiles.h"
@@ -35,11 +36,15 @@ class Values {
     bool refused_ = false;
 };
 
+void tellUnreadable(const std::string& text, const char* file, std::size_t first, std::size_t end) {
+    const int bad = exchange::unreadableLines(text, first, end);
+    if (bad > 0) ReportError(QString(file) + Text::tr("中有") + QString::number(bad) + Text::tr("行不能识别"), 1);
+}
+
 /// The text of a result file; tells when lines of it do not say what they belong to, with fields `first` to `end`.
 std::optional<std::string> readResults(const QString& workDir, const char* file, std::size_t first, std::size_t end) {
     auto text = work::read(workDir, file);
-    const int bad = text ? exchange::unreadableLines(*text, first, end) : 0;
-    if (bad > 0) ReportError(QString(file) + Text::tr("中有") + QString::number(bad) + Text::tr("行不能识别"), 1);
+    if (text) tellUnreadable(*text, file, first, end);
     return text;
 }
 
@@ -70,6 +75,46 @@ QVector<QVariantList> rowsFor(const std::map<RowKey, double>& settings, RunInput
     return rows;
 }
 
+constexpr int kCoefficientRelay = 8;
+const QStringList kCoefficientColumns{"FzNo",  "MINo",  "MJNo",   "MIDNo",  "MSide",  "BINo",
+                                      "BJNo",  "BIDNo", "NLRNo",  "Fz1",    "NSel1a", "NSel1b",
+                                      "NSys1", "Fz0",   "NSel0a", "NSel0b", "NSys0",  "Case_No"};
+
+QVector<QVariantList> coefficientRows(const std::string& file, int caseNo) {
+    tellUnreadable(file, exchange::file::kCoefficients, 0, 1);
+    auto coefficients = exchange::parseCoefficients(file);
+    std::ranges::stable_sort(coefficients, {}, [](const auto& r) { return std::pair(r.fzNo, r.nlRNo); });
+    Values values(exchange::file::kCoefficients);
+    QVector<QVariantList> rows;
+    for (const exchange::CoefficientResult& r : coefficients) {
+        if (r.fzNo == 0) continue;
+        rows.push_back({values.take(r.fzNo), values.take(r.mINo), values.take(r.mJNo), values.take(r.mIdNo),
+                        values.take(r.mSide), values.take(r.bINo), values.take(r.bJNo), values.take(r.bIdNo),
+                        values.take(r.nlRNo), values.take(r.fz1), values.take(r.nSel1a), values.take(r.nSel1b),
+                        values.take(r.nSys1), values.take(r.fz0), values.take(r.nSel0a), values.take(r.nSel0b),
+                        values.take(r.nSys0), caseNo});
+    }
+    return rows;
+}
+
+bool insertCoefficients(const QVector<QVariantList>& rows) {
+    return rows.isEmpty() || sql::insertRows({}, "RLY_KFINF", kCoefficientColumns, rows);
+}
+
+/// Takes the rows of the same main branches and relays out of the table.
+bool removeCoefficients(const QVector<QVariantList>& rows, int caseNo) {
+    constexpr qsizetype kAtOnce = 1000;
+    for (qsizetype from = 0; from < rows.size(); from += kAtOnce) {
+        QVariantList keys{caseNo};
+        for (const QVariantList& row : rows.mid(from, kAtOnce)) keys << row[0] << row[kCoefficientRelay];
+        if (!sql::Query().exec("DELETE FROM RLY_KFINF WHERE Case_No=? AND (FzNo,NLRNo) IN (" +
+                                   QStringList(keys.size() / 2, "(?,?)").join(',') + ")",
+                               keys))
+            return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 bool CRelayFaultCal::ReadSettingResults() {
@@ -94,24 +139,29 @@ bool CRelayFaultCal::ReadFaultResults() {
                            rows);
 }
 
+void CRelayFaultCal::keepBranchCoefs() {
+    if (!work::exists(workDir_, exchange::file::kCoefficients)) return;
+    if (const auto text = work::read(workDir_, exchange::file::kCoefficients)) coefficients_.take(*text);
+}
+
+bool CRelayFaultCal::storeBranchCoefs() {
+    const CoefficientLines lines = std::exchange(coefficients_, {});
+    return lines.isEmpty() || insertCoefficients(coefficientRows(lines.file(), caseNo_));
+}
+
 bool CRelayFaultCal::ReadBranchCoefResults() {
-    const auto text = readResults(workDir_, exchange::file::kCoefficients, 0, 1);
-    if (!text) return false;
-    Values values(exchange::file::kCoefficients);
-    QVector<QVariantList> rows;
-    for (const exchange::CoefficientResult& r : exchange::parseCoefficients(*text)) {
-        if (r.fzNo == 0) continue;
-        rows.push_back({values.take(r.fzNo), values.take(r.mINo), values.take(r.mJNo), values.take(r.mIdNo),
-                        values.take(r.mSide), values.take(r.bINo), values.take(r.bJNo), values.take(r.bIdNo),
-                        values.take(r.nlRNo), values.take(r.fz1), values.take(r.nSel1a), values.take(r.nSel1b),
-                        values.take(r.nSys1), values.take(r.fz0), values.take(r.nSel0a), values.take(r.nSel0b),
-                        values.take(r.nSys0), caseNo_});
-    }
-    return rows.isEmpty() ||
-           sql::insertRows({}, "RLY_KFINF",
-                           {"FzNo", "MINo", "MJNo", "MIDNo", "MSide", "BINo", "BJNo", "BIDNo", "NLRNo", "Fz1", "NSel1a",
-                            "NSel1b", "NSys1", "Fz0", "NSel0a", "NSel0b", "NSys0", "Case_No"},
-                           rows);
+    const auto text = work::read(workDir_, exchange::file::kCoefficients);
+    if (text) coefficients_.take(*text);
+    return storeBranchCoefs() && text;
+}
+
+bool CRelayFaultCal::replaceBranchCoefs() {
+    coefficients_.clear();
+    keepBranchCoefs();
+    const CoefficientLines lines = std::exchange(coefficients_, {});
+    if (lines.isEmpty()) return true;
+    const QVector<QVariantList> rows = coefficientRows(lines.file(), caseNo_);
+    return removeCoefficients(rows, caseNo_) && insertCoefficients(rows);
 }
 
 bool CRelayFaultCal::ReadPhaseResults() {

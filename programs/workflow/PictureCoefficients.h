@@ -4,8 +4,8 @@
 #include <QSet>
 #include <optional>
 
-/// Branch coefficients of a relay for the branches behind its line, as the case has computed them: those of the last
-/// run of the engine, and those that the results of the relay's rules rest on.
+/// Branch coefficients of a relay for the branches behind its line, as the case has computed them: those of its last
+/// run, and those that the results of the relay's rules rest on.
 class PictureCoefficients {
   public:
     PictureCoefficients(int caseNo, int rNo, int rTypeNo);

@@ -143,15 +143,19 @@ void RunSession::AutoCalSlot() {
     // Of a part that was calculated in part only nothing is a setting.
     if (good && partEnds && !partFailed_) flow.StoreCurrentSettings(flow.currentRNo(), flow.currentPNo());
     if (!settle(flow, good)) return end(false);
+    if (step_.wasKept()) flow.relayFault().keepBranchCoefs();
     if (flow.hasRow) return startStep(flow);
-    if (step_.wasKept() || QFile::exists(places_.workDir + "RELAY.RP3")) flow.ReadResults(2);
+    step_.wasKept() ? flow.ReadResults(2) : flow.relayFault().storeBranchCoefs();
     end(!lostStatements());
 }
 
 void RunSession::HandCalSlot() {
     CHandCalFlow& flow = *hand_;
-    const bool good = endedWell(flow) && flow.ReadResults(1);
+    // The rule of a run that has ended has its coefficients in the table.
+    const bool good =
+        endedWell(flow) && flow.ReadResults(1) && (manualRunning_ || flow.relayFault().replaceBranchCoefs());
     const bool goOn = settle(flow, good);
+    if (manualRunning_ && step_.wasKept()) flow.relayFault().keepBranchCoefs();
     if (recalcPending_) return recalculationEnded(goOn);
     if (!goOn) return end(false);
     if (flow.hasRow && flow.standsOnSamePart()) return startStep(flow);

@@ -61,6 +61,28 @@ TEST_F(Results, FaultsCoefficientsAndVariablesAreAdded) {
     EXPECT_EQ(rows("SELECT VarNo,V FROM RLY_RRVIN"), (QStringList{"1 0.25", "2 1.5", "3 -3"}));
 }
 
+TEST_F(Results, OfAMainBranchAndARelayTheLastLineOfARunCounts) {
+    const auto line = [](int main, int relay, const char* coefficient) {
+        return QByteArray::number(main) + ", 3, 4, 2, 1, 2, 3, 1, " + QByteArray::number(relay) + ", " + coefficient +
+               ", 1, 21, 5, 0.5, 2, 0, 6, \r\n";
+    };
+    const char* coefficients = "SELECT Case_No,FzNo,NLRNo,Fz1 FROM RLY_KFINF";
+    cal.keepBranchCoefs();  // no file, nothing to keep
+    put("RELAY.RP3", line(2, 11, "0.75") + line(1, 11, "0.5") + "\r\n 0 , 1,\r\n" + line(1, 12, "0.25"));
+    cal.keepBranchCoefs();
+    put("RELAY.RP3", line(1, 11, "0.625"));
+    EXPECT_TRUE(cal.ReadBranchCoefResults());
+    EXPECT_EQ(rows(coefficients), (QStringList{"7 1 11 0.625", "7 1 12 0.25", "7 2 11 0.75"}));
+    put("RELAY.RP3", line(1, 12, "0.125") + line(3, 12, "0.375"));
+    EXPECT_TRUE(cal.replaceBranchCoefs());
+    EXPECT_EQ(rows(coefficients), (QStringList{"7 1 11 0.625", "7 2 11 0.75", "7 1 12 0.125", "7 3 12 0.375"}));
+    cal.keepBranchCoefs();
+    cal.forgetBranchCoefs();
+    EXPECT_TRUE(cal.storeBranchCoefs());
+    EXPECT_EQ(rows(coefficients).size(), 4);
+    EXPECT_TRUE(errors.isEmpty());
+}
+
 TEST_F(Results, GarbageIsToldAndDoesNotKeepOtherLinesOut) {
     put("RELAY.RP2", "-1, 11, abc, 1101, 31, -12, 0, 0, 5,\r\n\x01\xff\r\n2, 12, 1, 1101, 31, 1, 0, 0, 5,\r\n");
     put("RELAY.RP5", "1, -11, 1, 1101, 1e99, 2,\r\n");

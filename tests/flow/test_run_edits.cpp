@@ -175,3 +175,18 @@ TEST_F(RunEdits, EditsOfAManualRunThatWaitsAreCalculatedForRelaysPassedOnly) {
     run->abort();
     EXPECT_TRUE(run->cancel());
 }
+
+TEST_F(RunEdits, ARuleCalculatedAgainReplacesItsBranchCoefficientsOnly) {
+    const QStringList before = rowsOf("RLY_KFINF");
+    ASSERT_GT(before.size(), 1);
+    exec("UPDATE RLY_KFINF SET FZ1=0.123 WHERE NLRNo=1");
+    exec("INSERT INTO RLY_KFINF (Case_No,FzNo,NLRNo,FZ1) VALUES (1,999,1,0.5),(2,1,1,0.5)");  // no run gives these
+    const QStringList foreign = rowsOf("RLY_KFINF", "FzNo=999 OR Case_No=2");
+    spoil("exit 3");
+    ASSERT_TRUE(type(2, "90000"));
+    EXPECT_NE(value("SELECT COUNT(*) FROM RLY_KFINF WHERE FZ1=0.123"), "0") << "taken from a run that failed";
+    mend();
+    ASSERT_TRUE(type(2, "80000"));
+    EXPECT_EQ(rowsOf("RLY_KFINF", "FzNo!=999 AND Case_No=1"), before);
+    EXPECT_EQ(rowsOf("RLY_KFINF", "FzNo=999 OR Case_No=2"), foreign);
+}

@@ -216,3 +216,55 @@ TEST_F(RunSteps, ARefusedStartChangesNothing) {
         EXPECT_EQ(run->state(), State::Idle);
     }
 }
+
+TEST_F(RunSteps, TheBranchCoefficientsOfAllEngineRunsAreKept) {
+    // Each engine run leaves its RELAY.RP3 beside the next; what they hold together is what the table has to have.
+    program("HALDERN.EXE", MORVANE_BIN_DIR "/HALDERN.EXE && cat RELAY.RP3 >> all3");
+    const auto pairsOf = [&] {
+        QFile file(places.workDir + "all3");
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        QMap<QString, QString> last;
+        for (const QByteArray& line : file.readAll().split('\n')) {
+            const QList<QByteArray> fields = line.split(',');
+            if (fields.size() < 17 || fields[0].trimmed() == "0") continue;
+            last[fields[0].trimmed() + "/" + fields[8].trimmed()] =
+                QString::number(fields[9].toDouble(), 'f', 4) + "/" + QString::number(fields[13].toDouble(), 'f', 4);
+        }
+        QStringList rows;
+        for (auto it = last.cbegin(); it != last.cend(); ++it) rows << it.key() + ":" + it.value();
+        rows.sort();
+        return rows;
+    };
+    const auto stored = [] {
+        QStringList rows;
+        sql::Query query;
+        query.exec("SELECT FzNo,NLRNo,FZ1,FZ0 FROM RLY_KFINF WHERE Case_No=1");
+        while (query.next())
+            rows << QString("%1/%2:%3/%4")
+                        .arg(query.text(0), query.text(1), QString::number(query.real(2), 'f', 4),
+                             QString::number(query.real(3), 'f', 4));
+        rows.sort();
+        return rows;
+    };
+    const auto run = session();
+    ASSERT_EQ(DemoStudy::run(*run, RunSession::Automatic), "complete") << said();
+    const QStringList expected = pairsOf();
+    EXPECT_EQ(stored(), expected);
+    const QString relays = "SELECT GROUP_CONCAT(DISTINCT NLRNo ORDER BY NLRNo) FROM RLY_KFINF WHERE Case_No=1";
+    EXPECT_EQ(value(relays).toStdString(), "1,2,3,4");
+    QFile last(places.workDir + "RELAY.RP3");
+    ASSERT_TRUE(last.open(QIODevice::ReadOnly));
+    EXPECT_LT(last.readAll().count('\n'), expected.size()) << "the last engine run alone has them all";
+    ASSERT_EQ(DemoStudy::run(*run, RunSession::Automatic), "complete") << "a second run replaces them";
+    EXPECT_EQ(stored(), expected);
+    ASSERT_TRUE(run->start(RunSession::Manual));
+    ASSERT_TRUE(becomes(*run, State::Waiting));
+    EXPECT_EQ(stored(), QStringList()) << "those of a run come with its end";
+    run->abort();
+    EXPECT_EQ(stored(), QStringList());
+    ASSERT_TRUE(run->start(RunSession::Manual));
+    while (becomes(*run, State::Waiting) && run->next())
+        if (run->state() == State::Idle) break;
+    EXPECT_EQ(stored(), expected);
+    EXPECT_TRUE(run->cancel());
+}
