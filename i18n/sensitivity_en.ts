@@ -48,8 +48,12 @@
         <translation>The parameters cannot be stored, see the messages</translation>
     </message>
     <message>
-        <source>有参量没有算出，请输入大于零的数值</source>
-        <translation>A parameter has no result, enter a value above zero</translation>
+        <source>有参量没有算出值，其灵敏度没有结果</source>
+        <translation>A parameter has no computed value; its sensitivity has no result</translation>
+    </message>
+    <message>
+        <source>该参量没有算出值</source>
+        <translation>No value was computed for this parameter</translation>
     </message>
     <message>
         <source>参量应为大于零的数值</source>

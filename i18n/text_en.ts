@@ -2012,6 +2012,26 @@
         <translation>No sensitivity: the setting is 0</translation>
     </message>
     <message>
+        <source>参量未计算</source>
+        <translation>not calculated</translation>
+    </message>
+    <message>
+        <source>参量未计算，请按“计算灵敏度参量”</source>
+        <translation>The parameter has not been calculated: press “Calculate Sensitivity Parameters”</translation>
+    </message>
+    <message>
+        <source>有参量没有算出值的保护位置: </source>
+        <translation>Locations with a parameter that has no computed value: </translation>
+    </message>
+    <message>
+        <source> 处，其灵敏度没有结果</source>
+        <translation>; its sensitivity has no result</translation>
+    </message>
+    <message>
+        <source>计算书中没有结果、写作0的规则数: </source>
+        <translation>Rules without a result, written as 0 in the book: </translation>
+    </message>
+    <message>
         <source>没有规定灵敏度的算法</source>
         <translation>No sensitivity: how to form it is not given</translation>
     </message>

@@ -62,11 +62,8 @@ bool SensitivityParameters::isUsable(const QString& value) {
     return ok && std::isfinite(number) && number >= kSmallest && number <= kLargest;
 }
 
-int SensitivityParameters::firstUnusable() const {
-    for (int at = 0; at < int(places_.size()); ++at)
-        for (const Parameter& parameter : places_[at].parameters)
-            if (parameter.isStored && !isUsable(parameter.value)) return at;
-    return -1;
+bool SensitivityParameters::Place::lacksValue() const {
+    return std::any_of(parameters.begin(), parameters.end(), [](const auto& one) { return one.lacksValue(); });
 }
 
 int SensitivityParameters::SavePara(int place, const QStringList& values) {
@@ -76,8 +73,10 @@ int SensitivityParameters::SavePara(int place, const QStringList& values) {
     QVariantList rules;
     for (qsizetype at = 0; at < typed.size(); ++at) {
         if (!typed[at].isStored) continue;
-        typed[at].value = values.value(at).trimmed();
-        if (!isUsable(typed[at].value)) {
+        const QString text = values.value(at).trimmed();
+        if (text == typed[at].value && typed[at].lacksValue()) continue;
+        typed[at].value = text;
+        if (!isUsable(text)) {
             ReportError(Text::tr("参量类型错误或数值小于等于零"), 0);
             return int(at);
         }
@@ -96,8 +95,16 @@ int SensitivityParameters::SavePara(int place, const QStringList& values) {
     return -1;
 }
 
+void SensitivityParameters::tellMissing() const {
+    const auto count = std::count_if(places_.begin(), places_.end(), [](const Place& p) { return p.lacksValue(); });
+    if (count > 0)
+        ReportError(
+            Text::tr("有参量没有算出值的保护位置: ") + QString::number(count) + Text::tr(" 处，其灵敏度没有结果"), 1);
+}
+
 bool SensitivityParameters::confirm() {
     if (!session_.commit()) return false;
+    tellMissing();
     input_.BuildSensitivityRows();
     return true;
 }

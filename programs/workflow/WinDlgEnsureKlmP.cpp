@@ -133,30 +133,37 @@ void WinDlgEnsureKlmP::open() {
 
 void WinDlgEnsureKlmP::markUnusable() {
     const auto& places = parameters_.places();
-    for (int row = 0; row < table_gBPos_Pos->rowCount(); ++row) {
-        const auto& all = places[row].parameters;
-        const bool unusable = std::any_of(all.begin(), all.end(), [](const auto& one) {
-            return one.isStored && !SensitivityParameters::isUsable(one.value);
-        });
-        mark(*table_gBPos_Pos->item(row, 0), unusable, *table_gBPos_Pos, tr("有参量没有算出，请输入大于零的数值"));
-    }
+    for (int row = 0; row < table_gBPos_Pos->rowCount(); ++row)
+        mark(*table_gBPos_Pos->item(row, 0), places[row].lacksValue(), *table_gBPos_Pos,
+             tr("有参量没有算出值，其灵敏度没有结果"));
 }
 
 void WinDlgEnsureKlmP::markParameters() {
-    for (int row = 0; row < table_gBKlmp_Para->rowCount(); ++row)
-        mark(*table_gBKlmp_Para->item(row, New), !SensitivityParameters::isUsable(table_gBKlmp_Para->text(row, New)),
-             *table_gBKlmp_Para,
-             parameters_.places()[shown_].parameters[row].isStored ? tr("参量应为大于零的数值")
-                                                                   : tr("没有存储这一参量，不能确认"));
+    for (int row = 0; row < table_gBKlmp_Para->rowCount(); ++row) {
+        const QString text = table_gBKlmp_Para->text(row, New);
+        const auto& stored = parameters_.places()[shown_].parameters[row];
+        mark(*table_gBKlmp_Para->item(row, New), !SensitivityParameters::isUsable(text), *table_gBKlmp_Para,
+             !stored.isStored       ? tr("没有存储这一参量，不能确认")
+             : text == stored.value ? tr("该参量没有算出值")
+                                    : tr("参量应为大于零的数值"));
+    }
 }
 
 void WinDlgEnsureKlmP::showPlace(int row) {
     const QSignalBlocker quiet(table_gBPos_Pos);
     DspPara(row);
+    complain(parameters_.places()[row].lacksValue() ? tr("该参量没有算出值") + ": " + lacking().join("，") : QString());
     table_gBPos_Pos->paintRows.assign(PaintTable::maxPaintRows, -1);
     table_gBPos_Pos->paintRows[0] = row;
     table_gBPos_Pos->selectRow(row);
     table_gBPos_Pos->viewport()->update();
+}
+
+QStringList WinDlgEnsureKlmP::lacking() const {
+    QStringList notes;
+    for (const auto& parameter : parameters_.places()[shown_].parameters)
+        if (parameter.lacksValue()) notes << parameter.Note;
+    return notes;
 }
 
 void WinDlgEnsureKlmP::DspPara(int row) {
@@ -217,22 +224,13 @@ void WinDlgEnsureKlmP::changeEvent(QEvent* event) {
 void WinDlgEnsureKlmP::TablePos_Clicked() {
     const int row = table_gBPos_Pos->currentRow();
     if (row < 0 || row == shown_) return;
-    if (SavePara(shown_)) {
-        complain({});
-        return showPlace(row);
-    }
+    if (SavePara(shown_)) return showPlace(row);
     const QSignalBlocker quiet(table_gBPos_Pos);
     table_gBPos_Pos->selectRow(shown_);
 }
 
 void WinDlgEnsureKlmP::Button_OK_Clicked() {
     if (!SavePara(shown_)) return;
-    if (const int place = parameters_.firstUnusable(); place >= 0) {
-        showPlace(place);
-        SavePara(place);  // says what is wrong with it
-        complain(tr("参量类型错误或数值小于等于零") + ": " + parameters_.places()[place].label);
-        return;
-    }
     if (parameters_.confirm()) return accept();
     complain(tr("不能保存参量，原因见信息窗口"));
 }

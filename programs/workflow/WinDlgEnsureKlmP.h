@@ -39,6 +39,8 @@ class WinDlgEnsureKlmP : public QDialog {
     void markUnusable();
     void markParameters();
     void showPlace(int row);
+    /// Parameters of the place shown that have no value.
+    [[nodiscard]] QStringList lacking() const;
     void editValue(int row);
     void complain(const QString& text);
 

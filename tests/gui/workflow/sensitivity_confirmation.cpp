@@ -140,24 +140,50 @@ TEST_F(Confirmation, MovingOnStoresThePlaceLeftAndARefusedValueStaysInHand) {
     EXPECT_EQ(value("SELECT DISTINCT RFault1 FROM RLY_RKLMTEM_TEM WHERE ID_Name='青白I' AND RuleNo=21"), "77");
 }
 
-TEST_F(Confirmation, AParameterWithoutResultIsRefusedAtTheEndWithItsPlace) {
+TEST_F(Confirmation, AParameterWithoutAValueIsMarkedAndDoesNotKeepTheOthersFromBeingConfirmed) {
     exec("UPDATE RLY_RDZTEM SET RDz=0 WHERE Case_No=0 AND ID_Name='青龙' AND RuleNo=22");
     auto& dialog = open();
-    takeScreenshot(dialog, "sensitivity-unusable");
+    auto& hint = part<QLabel>(dialog, "textLabel_Complaint");
     EXPECT_FALSE(placesTable->item(1, 0)->toolTip().isEmpty());
     EXPECT_TRUE(placesTable->item(0, 0)->toolTip().isEmpty());
+    EXPECT_FALSE(hint.isVisible());
+    click(*placesTable, 1);
+    ASSERT_TRUE(isShown(1));
+    takeScreenshot(dialog, "sensitivity-without-value");
+    EXPECT_TRUE(hint.isVisible());
+    EXPECT_THAT(hint.text().toStdString(), HasSubstr("没有算出值"));
+    EXPECT_EQ(values->item(1, New)->toolTip(), "该参量没有算出值");
+    EXPECT_TRUE(values->item(0, New)->toolTip().isEmpty());
+    type(*values, 0, "77");  // another parameter of the place can be changed
+    click(*placesTable, 0);
+    ASSERT_TRUE(isShown(0));
+    EXPECT_EQ(storedOf("青龙", "21") + "/" + storedOf("青龙", "22"), "77/0");
+    click(*placesTable, 1);
+    EXPECT_EQ(said(), "");
+    type(*values, 1, "-1");  // what the user types has to be a value
     press(dialog, "pushButton_Ensure");
     ASSERT_TRUE(dialog.isVisible());
-    EXPECT_TRUE(isShown(1));
-    EXPECT_THAT(said(), HasSubstr("参量类型错误或数值小于等于零"));
-    EXPECT_THAT(part<QLabel>(dialog, "textLabel_Complaint").text().toStdString(), HasSubstr("青龙"));
+    EXPECT_EQ(said(), "参量类型错误或数值小于等于零");
     takeScreenshot(dialog, "sensitivity-refused");
-    const int row = values->currentRow();
-    ASSERT_EQ(values->text(row, RuleNo), "22");
-    type(*values, row, "4.5");
+    EXPECT_EQ(values->item(1, New)->toolTip(), "参量应为大于零的数值");
+    type(*values, 1, "0");  // as it came
+    press(dialog, "pushButton_Ensure");
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(said(), "有参量没有算出值的保护位置: 1 处，其灵敏度没有结果");
+    EXPECT_EQ(value("SELECT DISTINCT RFault2 FROM RLY_RKLMTEM_TEM WHERE ID_Name='青龙' AND DRuleNo=22"), "0");
+}
+
+TEST_F(Confirmation, AValueTypedForAParameterThatHadNoneIsStored) {
+    exec("UPDATE RLY_RDZTEM SET RDz=0 WHERE Case_No=0 AND ID_Name='青龙'");
+    auto& dialog = open();
+    click(*placesTable, 1);
+    for (int row = 0; row < values->rowCount(); ++row) type(*values, row, "4.5");
+    click(*placesTable, 0);
+    EXPECT_EQ(placesTable->item(1, 0)->toolTip(), "");
     press(dialog, "pushButton_Ensure");
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(storedOf("青龙", "22"), "4.5");
+    EXPECT_EQ(said(), "");
 }
 
 TEST_F(Confirmation, ABookThatCannotBeWrittenOrShownIsTold) {
