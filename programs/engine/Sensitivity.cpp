@@ -47,6 +47,10 @@ double sensitivityParameter(double parameter1, double parameter2, int flg) {
     return firstParameterInUse(flg) ? parameter1 : parameter2;
 }
 
+bool isSensitivityOpen(double parameter1, double parameter2, int flg) {
+    return sensitivityParameter(parameter1, parameter2, flg) == kParameterNotComputed;
+}
+
 double quietSensitivity(double parameter1, double parameter2, int flg, int klmFlg, double setting) {
     const double parameter = sensitivityParameter(parameter1, parameter2, flg);
     if (klmFlg == 2) return parameter != 0 ? setting / parameter : kNoSensitivity;
@@ -88,6 +92,18 @@ bool updateSensitivities(int rTypeNo, const RuleData& rules) {
         if (s >= 0) rows.push_back({q.number(0), QString::number(s, 'g', 6)});
     }
     return updateByKey("RLY_RKLMTEM_TEM", {"ID", "Valsense"}, rows);
+}
+
+bool takeOverSensitivityRows(int rTypeNo, CRelayInputCal& relayInput) {
+    if (relayInput.rules().sensitivityChecks(rTypeNo).empty()) return sql::Query().exec("DELETE FROM RLY_RKLMTEM_TEM");
+    const int strange = sql::scalar({},
+                                    "SELECT (SELECT COUNT(*) FROM RLY_RLYOBJ_TEM WHERE RNo NOT IN"
+                                    " (SELECT RNo FROM RLY_RKLMTEM_TEM))+(SELECT COUNT(*) FROM RLY_RKLMTEM_TEM"
+                                    " WHERE RNo NOT IN (SELECT RNo FROM RLY_RLYOBJ_TEM))",
+                                    {}, 0)
+                            .toInt();
+    if (strange > 0) return relayInput.BuildSensitivityRows();
+    return sql::Query().exec("UPDATE RLY_RKLMTEM_TEM SET Valsense=0");
 }
 
 bool takeSensitivityResults(int caseNo) {

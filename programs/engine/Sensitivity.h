@@ -18,6 +18,9 @@ inline bool firstParameterInUse(int flg) { return flg == 11 || flg == 12; }
 /// The parameter that a check uses. \param flg  11, 12 the first, 21, 22 the second
 double sensitivityParameter(double parameter1, double parameter2, int flg);
 
+/// Whether the parameter in use still has the value of a new relay: a sensitivity from it would mean nothing.
+bool isSensitivityOpen(double parameter1, double parameter2, int flg);
+
 /// What stands for a sensitivity that cannot be formed.
 inline constexpr double kNoSensitivity = -1.0, kSettingIsZero = -2.0;
 
@@ -40,6 +43,10 @@ double quietSensitivity(int rTypeNo, int rno, int pno, const QString& cdz, doubl
 /// Computes `Valsense` of all rows of RLY_RKLMTEM_TEM from the new primary settings of RLY_RLYOBJ_TEM. Rows without a
 /// result keep what they have.
 bool updateSensitivities(int rTypeNo, const RuleData& rules);
+
+/// Gives the case that stands in RLY_RLYOBJ_TEM its sensitivity rows: those of other relays give way to its own, and
+/// figures that were formed with other settings are forgotten. A type without checks has none.
+bool takeOverSensitivityRows(int rTypeNo, CRelayInputCal& relayInput);
 
 /// Takes the results of a sensitivity run, which stand under a case number, over into RLY_FKLM as they are.
 bool takeSensitivityResults(int caseNo);

@@ -124,10 +124,15 @@ class Body {
 
     [[nodiscard]] QString sensitivityWords(const BookPart& part, const BookSetting& setting) const {
         if (setting.sensitivities.isEmpty()) return {};
-        if (row(part, setting).sensitivityOpen) return "参量还没有计算";
+        if (row(part, setting).sensitivityOpen) return "参量未计算";
         const BookSensitivity& check = setting.sensitivities[0];
         if (check.Klm >= 0) return tagged("b", shownNumber(check.Klm)) + klmNumbers(check, setting);
         return check.Klm > -1.5 ? "参量值为 0，没有灵敏度" : "定值为 0，没有灵敏度";
+    }
+
+    [[nodiscard]] QString parameterWords(const BookPart& part, const BookSetting& setting,
+                                         const BookSensitivity& check) const {
+        return row(part, setting).sensitivityOpen ? "—" : escaped(check.Cdz) + " = " + shownNumber(check.parameter);
     }
 
     /// Parameter over setting or the other way round, whichever gives the figure.
@@ -164,8 +169,7 @@ class Body {
             rows.append(cell(escaped(setting.DspCdz)) + valueCells(part, setting));
             for (const BookSensitivity& check : setting.sensitivities)
                 checks.append(cell(escaped(setting.DspCdz)) + cell(escaped(check.Note)) +
-                              figure(escaped(check.Cdz) + " = " + shownNumber(check.parameter)) +
-                              cell(sensitivityWords(part, setting)));
+                              figure(parameterWords(part, setting, check)) + cell(sensitivityWords(part, setting)));
         }
         text_ += table({"定值", "一次值", "二次值", "整定规则"}, rows);
         if (!checks.isEmpty()) text_ += table({"校验", "灵敏度参量", "参量值", "灵敏度"}, checks);

@@ -50,7 +50,7 @@ std::map<PartSetting, std::optional<double>> sensitivities() {
     query.exec("SELECT RNo,PNo,Cdz,Valsense,RFault1,RFault2,Flg FROM RLY_RKLMTEM_TEM");
     while (query.next()) {
         const PartSetting key{query.number(0), query.number(1), query.text(2)};
-        if (sensitivityParameter(query.real(4), query.real(5), query.number(6)) == kParameterNotComputed)
+        if (isSensitivityOpen(query.real(4), query.real(5), query.number(6)))
             found[key] = std::nullopt;
         else if (query.real(3) > 0)
             found[key] = query.real(3);

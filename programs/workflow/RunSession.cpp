@@ -59,7 +59,9 @@ bool RunSession::open() {
     changed_ = false;
     for (const char* name : {"RELAY.RP1", "RELAY.RP2", "RELAY.RP3", "RELAY.RP4", "RELAY.RP5"})
         QFile::remove(places_.workDir + name);
-    return shadows_.open();
+    if (!shadows_.open()) return false;
+    takeOverSensitivityRows(case_.RTypeNo, hand_->relayInput());
+    return true;
 }
 
 bool RunSession::PrepareRun(Run run) {

@@ -1,5 +1,7 @@
 #include "programs/workflow/SensitivityChecks.h"
 
+#include <algorithm>
+
 #include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/Sensitivity.h"
@@ -22,7 +24,13 @@ QVector<Row> rowsOf(const Setting& setting) {
     return rows;
 }
 
+/// Why there is no sensitivity, or none that counts.
 QString whyNone(const Checks& checks) {
+    const auto isOpen = [](const Row& row) { return row.isOpen(); };
+    if (checks.sensitivity >= 0)
+        return std::any_of(checks.rows.begin(), checks.rows.end(), isOpen)
+                   ? Text::tr("参量未计算，请按“计算灵敏度参量”")
+                   : QString();
     if (checks.rows.isEmpty()) return Text::tr("该定值没有灵敏度校验");
     if (checks.sensitivity == kSettingIsZero) return Text::tr("定值为0，没有灵敏度");
     const Row& row = checks.rows.front();
@@ -33,11 +41,15 @@ QString whyNone(const Checks& checks) {
 
 }  // namespace
 
+bool Row::isOpen() const { return isSensitivityOpen(Rfault1.toDouble(), Rfault2.toDouble(), Flg); }
+
+QString Row::shown() const { return isOpen() ? Text::tr("参量未计算") : Valsense; }
+
 Checks look(int rTypeNo, const Setting& setting) {
     Checks checks;
     checks.sensitivity = quietSensitivity(rTypeNo, setting.RNo, setting.PNo, setting.Cdz, setting.value);
     checks.rows = rowsOf(setting);
-    if (checks.sensitivity < 0) checks.reason = whyNone(checks);
+    checks.reason = whyNone(checks);
     for (Row& row : checks.rows)
         if (checks.sensitivity >= 0) row.Valsense = QString::number(checks.sensitivity, 'g', 6);
     return checks;

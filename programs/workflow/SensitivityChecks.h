@@ -17,12 +17,17 @@ struct Row {
     int ID = 0;
     QString Valsense, Note1, Rfault1, Note2, Rfault2;
     int Flg = 11;
+
+    /// The parameter in use was never computed: `Valsense` means nothing.
+    [[nodiscard]] bool isOpen() const;
+    /// The sensitivity as it is shown: a figure, or that the parameter was not computed.
+    [[nodiscard]] QString shown() const;
 };
 
 struct Checks {
     QVector<Row> rows;
     double sensitivity = -1;  ///< below 0: none
-    QString reason;           ///< why there is none
+    QString reason;           ///< why there is none, or none that counts
 };
 
 /// Computes the sensitivity of a setting; one that exists is stored with its rows.

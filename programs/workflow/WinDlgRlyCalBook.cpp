@@ -33,7 +33,8 @@ QString WinDlgRlyCal::caseName() const {
 
 void WinDlgRlyCal::PushButton_BuildCalBook_Clicked() {
     if (!acceptsWork() || session_.state() != State::Idle) return;
-    if (CBookWriter(case_.Case_No, case_.RTypeNo, typeText_, caseName()).WriteSettingBook(places_.workDir))
+    CBookWriter writer(case_.Case_No, case_.RTypeNo, typeText_, caseName());
+    if (writer.hasResults() && writer.WriteSettingBook(places_.workDir))
         showBook(places_.workDir + "CalRef.ROT", places_.programDir);
 }
 

@@ -89,7 +89,7 @@ void showSensitivities(PaintTable& table, const Head& head, const SensitivityChe
         const QString cells[] = {head.label,
                                  head.setting,
                                  QString::number(head.part),
-                                 check.Valsense,
+                                 check.shown(),
                                  check.Note1,
                                  check.Rfault1,
                                  check.Note2,
@@ -97,6 +97,7 @@ void showSensitivities(PaintTable& table, const Head& head, const SensitivityChe
                                  QString::number(check.ID),
                                  QString::number(check.Flg)};
         for (int column = 0; column < Sensitivities; ++column) table.setText(row, column, cells[column]);
+        if (check.isOpen()) table.item(row, SValue)->setToolTip(checks.reason);
         table.setRowHidden(row, checks.sensitivity < 0);
     }
     table.paintRows[0] = table.rowCount() > 0 ? 0 : -1;

@@ -230,6 +230,46 @@ TEST_F(RunWindowEdits, ASensitivityRunStandsUnderNumber0AndIsConfirmed) {
     EXPECT_EQ(said(), "");
 }
 
+TEST_F(RunWindowEdits, ASensitivityWithoutAComputedParameterIsNoFigureUntilItIsConfirmed) {
+    clickSetting(1);
+    const double current = cell(1).toDouble();
+    EXPECT_FALSE(checks(*shown_).isRowHidden(0));
+    EXPECT_EQ(checks(*shown_).text(0, 3), "参量未计算");
+    EXPECT_THAT(checks(*shown_).item(0, 3)->toolTip().toStdString(), HasSubstr("计算灵敏度参量"));
+    takeScreenshot(*shown_, "run-parameter-open");
+    EXPECT_NEAR(stored(), 1 / current, 1e-6) << "the row is kept as it is formed";
+    bool confirmed = false;
+    whenOpen([&](QDialog& dialog) {
+        ::press(dialog, "pushButton_Ensure");
+        confirmed = true;
+    });
+    press(*shown_, "CalKlm");
+    ASSERT_TRUE(waitFor([&] { return confirmed && !QApplication::activeModalWidget(); }));
+    const double parameter = checks(*shown_).text(0, 5).toDouble();
+    EXPECT_GT(parameter, 1);
+    EXPECT_NEAR(sensitivity(), parameter / current, 1e-4 * parameter / current);
+    EXPECT_EQ(part<QLabel>(*shown_, "label_KlmReason").text(), "");
+}
+
+TEST_F(RunWindowEdits, ABookWithoutResultsIsToldInsteadOfWritten) {
+    exec("DELETE FROM RLY_RDZTEM WHERE Case_No=1");
+    press(*shown_, "BuildCalBook");
+    EXPECT_EQ(said(), "没有计算结果，不能生成计算书");
+    EXPECT_FALSE(QFile::exists(places.workDir + "CalRef.ROT"));
+}
+
+TEST_F(RunWindowEdits, SensitivitiesOfAnotherCaseDoNotStandInThisOne) {
+    clickSetting(1);
+    exec("UPDATE RLY_RKLMTEM_TEM SET Valsense=17.5");
+    ASSERT_TRUE(press(*shown_, "Ensure"));
+    shown_ = window();
+    EXPECT_EQ(value("SELECT COUNT(*) FROM RLY_RKLMTEM_TEM WHERE Valsense>17"), "0");
+    exec("UPDATE RLY_RKLMTEM_TEM SET RNo=9 WHERE RNo=2");
+    ASSERT_TRUE(press(*shown_, "Ensure"));
+    shown_ = window();
+    EXPECT_EQ(value("SELECT GROUP_CONCAT(DISTINCT RNo ORDER BY RNo) FROM RLY_RKLMTEM_TEM"), "1,2");
+}
+
 TEST_F(RunWindowEdits, TheBookIsWrittenShownAndExported) {
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", "/nowhere");
