@@ -186,6 +186,36 @@ TEST_F(Confirmation, AValueTypedForAParameterThatHadNoneIsStored) {
     EXPECT_EQ(said(), "");
 }
 
+/// The relay at 东江变 looks into a line behind which there is no further one.
+class ConfirmationAtTheEndOfTheNetwork : public Confirmation {
+  protected:
+    void SetUp() override {
+        WorkflowWindows::SetUp();
+        ASSERT_EQ(RelayStore::install({{place("青白I", 1), 3, 240, 2200, {}}, {place("东龙", 1), 3, 240, 2200, {}}}),
+                  2);
+        makeCase(3, {1, 2}, 1);
+        ASSERT_TRUE(cases.setSensitivityModes({ModeStore::numberOf("最小方式")}));
+        ASSERT_EQ(start(), "ready") << said();
+    }
+};
+
+TEST_F(ConfirmationAtTheEndOfTheNetwork, WhatTheEngineGaveIsConfirmed) {
+    RunSession session(*cases.current(), places);
+    session.setParametersToConfirm(true);
+    ASSERT_TRUE(session.open());
+    ASSERT_EQ(run(session, RunSession::Sensitivity), "complete") << said();
+    auto& dialog = open();
+    click(*placesTable, 1);
+    ASSERT_TRUE(isShown(1));
+    takeScreenshot(dialog, "sensitivity-end-of-network");
+    press(dialog, "pushButton_Ensure");
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_TRUE(resultsAreStored());
+    EXPECT_EQ(value("SELECT COUNT(*) FROM RLY_FKLM WHERE ID_Name='东龙' AND Side=1 AND RFault=0"), "1");
+    EXPECT_EQ(said(), "有参量没有算出值的保护位置: 1 处，其灵敏度没有结果");
+    ASSERT_TRUE(session.cancel());
+}
+
 TEST_F(Confirmation, ABookThatCannotBeWrittenOrShownIsTold) {
     auto& dialog = open();
     const QString book = places.workDir + "CalRef.ROT";
