@@ -79,7 +79,7 @@ void WinDlgSaveDZ::layOut() {
     rows->addLayout(buttons);
     host::setTabChain({radioButton_Yici, radioButton_Erci, bar_, table_Newdz, table_OldDz, pushButton_SaveChangeHB,
                        pushButton_SaveNotChangeHB, pushButton_Cancel});
-    resize(1000, 700);
+    rememberPlace(this, {1200, 800});
 }
 
 void WinDlgSaveDZ::languageChange() {

@@ -238,7 +238,7 @@ QVariant SettingModel::exported(int row, Content content) const {
 }
 
 bool SettingModel::warns(int row, Content content) const {
-    if (content.kind != (columns_.changes ? Content::Change : Content::New) || warningShare_ <= 0) return false;
+    if (!mayWarn(content) || warningShare_ <= 0) return false;
     const auto changed = change(row, content.part);
     return changed && changed->exceeds(warningShare_);
 }

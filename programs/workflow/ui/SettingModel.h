@@ -68,6 +68,10 @@ class SettingModel : public QAbstractTableModel {
     /// Whether the part of the row's relay has any new value beside 0.
     [[nodiscard]] bool isCalculated(int row, int part) const;
     [[nodiscard]] std::optional<SettingChange> change(int row, int part) const;
+    /// The marks stand in the columns of the changes, or in those of the new values where changes are not shown.
+    [[nodiscard]] bool mayWarn(Content content) const {
+        return content.kind == (columns_.changes ? Content::Change : Content::New);
+    }
     /// Whether any part of the relay type changed.
     [[nodiscard]] bool isChanged(int row) const;
 
@@ -84,7 +88,6 @@ class SettingModel : public QAbstractTableModel {
   private:
     [[nodiscard]] QString text(int row, Content content) const;
     [[nodiscard]] QVariant exported(int row, Content content) const;
-    /// The mark belongs into the change column, or into that of the value where changes are not shown.
     [[nodiscard]] bool warns(int row, Content content) const;
     [[nodiscard]] QVariant toolTip(int row, Content content) const;
     /// The values of a row as numbers, which sorting, filtering and painting ask for again and again.

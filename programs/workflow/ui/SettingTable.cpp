@@ -117,7 +117,7 @@ int SettingTable::wantedWidth(int column, int firstRow, int lastRow) const {
         width = std::max(width, fontMetrics().horizontalAdvance(text));
     }
     if (number) width = fontMetrics().horizontalAdvance(longest);
-    const bool marked = number && model_->content(column).kind != Content::Old;
+    const bool marked = model_->mayWarn(model_->content(column));
     return width + fontMetrics().height() + (marked ? style()->pixelMetric(QStyle::PM_SmallIconSize) + 8 : 0);
 }
 
