@@ -48,6 +48,8 @@ TEST_F(RunWindow, AnAutomaticRunGivesWhatItGivesWithoutAWindow) {
         EXPECT_FALSE(table.text(table.find(relay, "Idz"), table.settings().changeColumn(1)).isEmpty());
     }
     takeScreenshot(*shown, "run-finished");
+    shown->resize(1440, 920);
+    EXPECT_GE(table.viewport()->height() / table.rowHeight(0), 8);
     EXPECT_EQ(table.row(), 0);
     EXPECT_EQ(table.column(), column(1));
     EXPECT_TRUE(table.selectionModel()->isSelected(table.currentIndex()));
