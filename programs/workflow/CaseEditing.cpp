@@ -1,6 +1,5 @@
 #include "programs/workflow/CaseEditing.h"
 
-#include <QSet>
 #include <algorithm>
 
 #include "platform/host/Text.h"
@@ -104,9 +103,7 @@ bool CaseEditing::paste() {
 }
 
 void CaseEditing::setType(CaseForm& form, int rTypeNo) {
-    QSet<int> relays;
-    for (const CaseSettingRow& row : std::as_const(form.rows)) relays.insert(row.RNo);
-    for (const int relay : relays) cases_.removeRelay(form, relay);
+    cases_.removeAllRelays(form);
     cases_.current()->RTypeNo = rTypeNo;
     cases_.current()->RTypeCode = readRelayTypes().value(rTypeNo).RTypeCode;
 }

@@ -1,8 +1,10 @@
 #include "programs/workflow/CaseSettings.h"
 
+#include <QMap>
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 
 #include "platform/host/Text.h"
 #include "platform/sql/Sql.h"
@@ -49,16 +51,20 @@ struct RelayData {
     double ctPri = 1, ctSec = 1, ptPri = 1, ptSec = 1;
 };
 
-QHash<int, RelayData> relayData(const QVector<int>& relays) {
+/// Those of the relays that exist and are of the type. \return nothing when the database does not say
+std::optional<QHash<int, RelayData>> relayData(const QVector<int>& relays, int rTypeNo) {
     QHash<int, RelayData> data;
     sql::Query query;
-    query.exec("SELECT RNo,RTypeCode,ID_Name,I_Name,J_Name,Side,CTPri,CTSec,PTPri,PTSec FROM RLY_RUD WHERE RNo IN (" +
-               sql::numberList(relays) + ")");
+    const bool read = query.exec(
+        "SELECT RNo,RTypeCode,ID_Name,I_Name,J_Name,Side,CTPri,CTSec,PTPri,PTSec FROM RLY_RUD WHERE RTypeNo=? AND"
+        " RNo IN (" +
+            sql::numberList(relays) + ")",
+        {rTypeNo});
     while (query.next())
         data[query.number(0)] = {query.text(1), {query.text(2), query.text(3), query.text(4), query.number(5)},
                                  query.real(6), query.real(7),
                                  query.real(8), query.real(9)};
-    return data;
+    return read ? std::optional(data) : std::nullopt;
 }
 
 /// Joins the node at the relay's end as n.
@@ -130,32 +136,97 @@ bool belongTogether(double primary, double secondary, double k) {
            std::fabs(primary - secondary / k) < kHalfDecimal;
 }
 
+QVariantList variants(const Measures& values) { return QVariantList(values.begin(), values.end()); }
+
 /// Five primary and five secondary values out of the texts of the parts that the type has. A value that stands as it
 /// was shown keeps its other measure: converted there and back it would lose its last digits.
-QVariantList bothMeasures(const std::array<QString, kStages>& texts, int parts, bool primary, double k,
-                          const Measures& stored) {
-    QVariantList first, second;
+Measures bothMeasures(const std::array<QString, kStages>& texts, int parts, bool primary, double k,
+                      const Measures& stored) {
+    Measures both{};
     for (int part = 0; part < kStages; ++part) {
         const double shown = part < parts ? texts[size_t(part)].toDouble() : 0;
         const double p = stored[size_t(part)], s = stored[size_t(kStages + part)];
         const bool stands = shown == (primary ? p : s) && belongTogether(p, s, k);
-        first.append(primary ? shown : stands ? p : shown / k);
-        second.append(!primary ? shown : stands ? s : k * shown);
+        both[size_t(part)] = primary ? shown : stands ? p : shown / k;
+        both[size_t(kStages + part)] = !primary ? shown : stands ? s : k * shown;
     }
-    return first + second;
+    return both;
+}
+
+/// A setting of a relay as RLY_CASERDZ holds it.
+struct CaseRow {
+    int DzNo = 0;
+    QString Cdz;
+    Measures values{};
+
+    bool operator==(const CaseRow&) const = default;
+};
+/// The settings of a case by relay.
+using CaseRows = QMap<int, QVector<CaseRow>>;
+
+std::optional<CaseRows> storedRows(int caseNo) {
+    CaseRows rows;
+    sql::Query query;
+    const bool read = query.exec(
+        "SELECT RNo,DzNo,Cdz," + stageColumns("Rdz").join(',') + " FROM RLY_CASERDZ WHERE Case_No=? ORDER BY RNo,DzNo",
+        {caseNo});
+    while (query.next()) {
+        CaseRow row{query.number(1), query.text(2), {}};
+        for (int k = 0; k < 2 * kStages; ++k) row.values[size_t(k)] = query.real(3 + k);
+        rows[query.number(0)].append(row);
+    }
+    return read ? std::optional(rows) : std::nullopt;
+}
+
+bool insertRows(int caseNo, const CaseRows& rows) {
+    QVector<QVariantList> all;
+    for (auto relay = rows.begin(); relay != rows.end(); ++relay)
+        for (const CaseRow& row : *relay)
+            all.append(QVariantList{caseNo, relay.key(), row.DzNo, row.Cdz} + variants(row.values));
+    return sql::insertRows({}, "RLY_CASERDZ", QStringList{"Case_No", "RNo", "DzNo", "Cdz"} + stageColumns("Rdz"), all);
+}
+
+/// Makes these the settings of a case. Relays whose settings stand there already are left alone: most moves between
+/// cases change none.
+bool replaceRows(int caseNo, CaseRows rows) {
+    const std::optional<CaseRows> stored = storedRows(caseNo);
+    if (!stored) return false;
+    QList<int> outdated;
+    for (auto relay = stored->begin(); relay != stored->end(); ++relay) {
+        if (rows.value(relay.key()) == *relay)
+            rows.remove(relay.key());
+        else
+            outdated.append(relay.key());
+    }
+    return (outdated.isEmpty() ||
+            sql::Query().exec("DELETE FROM RLY_CASERDZ WHERE Case_No=? AND RNo IN (" + sql::numberList(outdated) + ")",
+                              {caseNo})) &&
+           insertRows(caseNo, rows);
+}
+
+bool tellMissing() {
+    ReportError(Text::tr("作业中涉及的某些保护不存在，请检查数据"), 1);
+    return true;
 }
 
 /// Walks the rows of a form with what belongs to each.
 struct FormWalk {
     const CaseForm& form;
     RelayTypeInfo type;
-    QHash<int, RelayData> relays;
+    std::optional<QHash<int, RelayData>> relays;
     QHash<QPair<int, QString>, StoredSetting> settings = storedSettings();
     int rNo = -1, turnNo = 0, dzNo = 0;
 
     FormWalk(int rTypeNo, const CaseForm& walked)
-        : form(walked), type(readRelayTypes().value(rTypeNo)), relays(relayData(relaysOf(walked.rows))) {}
+        : form(walked), type(readRelayTypes().value(rTypeNo)), relays(relayData(relaysOf(walked.rows), rTypeNo)) {}
 
+    /// Whether the relay of the row has gone since the form was filled: without its ratios there is no other measure.
+    [[nodiscard]] bool lacks(const CaseSettingRow& row) const { return !relays->contains(row.RNo); }
+    /// Whether any has; told in the dock.
+    [[nodiscard]] bool lacksAny() const {
+        const auto rowLacks = [this](const CaseSettingRow& row) { return lacks(row); };
+        return std::any_of(form.rows.begin(), form.rows.end(), rowLacks) && tellMissing();
+    }
     /// Factor of the row's setting; counts relays and their settings on the way.
     double enter(const CaseSettingRow& row) {
         if (row.RNo != rNo) {
@@ -164,7 +235,7 @@ struct FormWalk {
             dzNo = 0;
         }
         ++dzNo;
-        const RelayData relay = relays.value(rNo);
+        const RelayData relay = relays->value(rNo);
         return conversionFactor(vType(row), relay.ctPri, relay.ctSec, relay.ptPri, relay.ptSec);
     }
     [[nodiscard]] StoredSetting stored(const CaseSettingRow& row) const { return settings.value({row.RNo, row.Cdz}); }
@@ -191,8 +262,8 @@ bool CaseSettings::load(int caseNo, int rTypeNo, bool* missing) {
                                  " LEFT JOIN RLY_RUD u ON u.RNo=c.RNo AND u.RTypeNo=? WHERE u.RNo IS NULL",
                                  {caseNo, rTypeNo})
                          .toInt();
-    if (gone > 0) ReportError(Text::tr("作业中涉及的某些保护不存在，请检查数据"), 1);
     if (missing) *missing = gone > 0;
+    if (gone > 0) tellMissing();
     return transaction.commit();
 }
 
@@ -211,32 +282,36 @@ QVector<CaseSettingRow> CaseSettings::newRows(const QVector<int>& relays, int rT
                     {rTypeNo});
 }
 
-bool CaseSettings::storeCase(int caseNo, int rTypeNo, const CaseForm& form) {
+bool CaseSettings::storeCase(int caseNo, int rTypeNo, const CaseForm& form, bool* missing) {
     FormWalk walk(rTypeNo, form);
-    QVector<QVariantList> rows;
+    if (!walk.relays) return false;
+    CaseRows rows;
     for (const CaseSettingRow& row : form.rows) {
+        if (walk.lacks(row)) continue;
         const double k = walk.enter(row);
-        rows.append(QVariantList{caseNo, row.RNo, walk.dzNo, row.Cdz} +
-                    bothMeasures(row.newValue, walk.type.NPart, form.primary, k, walk.stored(row).now));
+        rows[row.RNo].append(
+            {walk.dzNo, row.Cdz, bothMeasures(row.newValue, walk.type.NPart, form.primary, k, walk.stored(row).now)});
     }
-    sql::Query query;
-    return query.exec("DELETE FROM RLY_CASERDZ WHERE Case_No=?", {caseNo}) &&
-           sql::insertRows({}, "RLY_CASERDZ", QStringList{"Case_No", "RNo", "DzNo", "Cdz"} + stageColumns("Rdz"), rows);
+    if (missing) *missing = walk.lacksAny();
+    return replaceRows(caseNo, rows);
 }
 
-bool CaseSettings::storeWorking(int rTypeNo, const CaseForm& form) {
+bool CaseSettings::storeWorking(int rTypeNo, const CaseForm& form, bool* missing) {
     FormWalk walk(rTypeNo, form);
+    if (!walk.relays) return false;
     QVector<QVariantList> rows;
     for (const CaseSettingRow& row : form.rows) {
+        if (walk.lacks(row)) continue;
         const double k = walk.enter(row);
-        const RelayData relay = walk.relays.value(row.RNo);
+        const RelayData relay = walk.relays->value(row.RNo);
         const StoredSetting stored = walk.stored(row);
         rows.append(QVariantList{walk.turnNo, row.RNo, relay.RTypeCode, relay.at.ID_Name, relay.at.I_Name,
                                  relay.at.J_Name, relay.at.Side, walk.type.NPart, walk.dzNo, row.Cdz} +
-                    bothMeasures(row.oldValue, kStages, form.primary, k, stored.old) +
-                    bothMeasures(row.newValue, walk.type.NPart, form.primary, k, stored.now) +
+                    variants(bothMeasures(row.oldValue, kStages, form.primary, k, stored.old)) +
+                    variants(bothMeasures(row.newValue, walk.type.NPart, form.primary, k, stored.now)) +
                     QVariantList{walk.vType(row)});
     }
+    if (missing) *missing = walk.lacksAny();
     sql::Query query;
     return query.exec("DELETE FROM RLY_RLYOBJ_TEM") &&
            sql::insertRows({}, "RLY_RLYOBJ_TEM",

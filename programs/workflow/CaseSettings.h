@@ -17,8 +17,9 @@ QVector<CaseSettingRow> rows(int rTypeNo, bool primary);
 QVector<CaseSettingRow> newRows(const QVector<int>& relays, int rTypeNo, bool primary);
 
 // The other measure of each value follows by the factor of its kind and the relay's ratios; that of a value which
-// stands as RLY_RLYOBJ_TEM has it stays to the last digit. No transaction of their own.
-bool storeCase(int caseNo, int rTypeNo, const CaseForm& form);
-bool storeWorking(int rTypeNo, const CaseForm& form);
+// stands as RLY_RLYOBJ_TEM has it stays to the last digit. The rows of a relay that does not exist any more are left
+// out, for its ratios are not known: `missing` is set then, and the dock told. No transaction of their own.
+bool storeCase(int caseNo, int rTypeNo, const CaseForm& form, bool* missing);
+bool storeWorking(int rTypeNo, const CaseForm& form, bool* missing);
 
 }  // namespace CaseSettings

@@ -1,5 +1,6 @@
 #include "programs/workflow/CaseStore.h"
 
+#include <QSet>
 #include <algorithm>
 #include <cmath>
 
@@ -192,6 +193,13 @@ void CaseStore::removeRelay(CaseForm& form, int relay) {
     deletedRelays_.append(relay);
 }
 
+void CaseStore::removeAllRelays(CaseForm& form) {
+    QSet<int> relays;
+    for (const CaseSettingRow& row : std::as_const(form.rows)) relays.insert(row.RNo);
+    form.rows.clear();
+    deletedRelays_.append(QList<int>(relays.begin(), relays.end()));
+}
+
 bool CaseStore::LoadCaseRelays() {
     if (!current() || current()->Case_No < 0) return true;
     const int caseNo = current()->Case_No;
@@ -285,15 +293,17 @@ bool CaseStore::SaveRecord(int mode, const CaseForm& form) {
     if (!current()) return true;
     if (!check(form)) return false;
     CaseNode saved = *current();
+    bool missing = false;
     sql::Transaction transaction;
     bool ok = deletedRelays_.isEmpty() || takeOut(deletedRelays_);
     if (mode == 1)
-        ok = ok && SaveRecord_Case(form, saved) && CaseSettings::storeCase(saved.Case_No, saved.RTypeNo, form) &&
-             SaveRecord_Sysmode(form);
+        ok = ok && SaveRecord_Case(form, saved) &&
+             CaseSettings::storeCase(saved.Case_No, saved.RTypeNo, form, &missing) && SaveRecord_Sysmode(form);
     else
-        ok = ok && CaseSettings::storeWorking(saved.RTypeNo, form);
+        ok = ok && CaseSettings::storeWorking(saved.RTypeNo, form, &missing);
     if (!ok || !transaction.commit()) return false;
     *current() = saved;
+    missingRelay_ = missingRelay_ || missing;
     deletedRelays_.clear();
     addedRelays_.clear();
     return true;

@@ -47,6 +47,7 @@ class CaseStore {
     bool addRelays(CaseForm& form, const QVector<int>& relays);
     /// Takes a relay out of the form; the database follows with the next save.
     void removeRelay(CaseForm& form, int relay);
+    void removeAllRelays(CaseForm& form);
     /// Takes back the relay changes since the last save.
     bool recoverAll();
 
@@ -61,6 +62,7 @@ class CaseStore {
     /// Number of the load-flow case that the form stands on; -1 on a scheme or without one.
     [[nodiscard]] static int loadFlowNumber(const CaseForm& form);
     /// Checks the form and stores it: mode 1 the case with its settings and modes, any other mode the working table.
+    /// The settings of relays that do not exist any more are left out, see missingRelay().
     bool SaveRecord(int mode, const CaseForm& form);
     /// Fills RLY_RLYOBJ_TEM for the current case with old and new values.
     bool LoadCaseRelays();

@@ -82,8 +82,7 @@ bool NetworkSource::SwitchNetwork(int mlf, int lfCase, const QString& scheme) {
     CNetDataCal netData;
     CCaseCal caseCal;
     caseCal.setDatabase(&fdb_);
-    whole_ = sql::Query().exec("TRUNCATE TABLE RLY_RRBRANCH_TEM");
-    whole_ = netData.ConvertCaseData(n, scheme, mlf, &fdb_) && whole_;
+    whole_ = netData.ConvertCaseData(n, scheme, mlf, &fdb_);
     whole_ = netData.BuildBranchTable(n) && whole_;
     whole_ = fdb_.commit() && whole_;
     caseCal.AnalyzeTopology();

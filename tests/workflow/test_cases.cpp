@@ -185,6 +185,51 @@ TEST_F(Cases, ARelayThatIsGoneIsToldAndCanBeDropped) {
     EXPECT_EQ(count("RLY_CASEINF", "RNo=2"), perRelay);
 }
 
+TEST_F(Cases, ARelayThatGoesWhileItsFormIsOpenIsToldAndGetsNoSettings) {
+    CaseForm form = makeCase("零序");
+    for (const int relay : {1, 2}) row(form, relay, "Idz").newValue[0] = "240";
+    ASSERT_TRUE(RelayStore::remove({1}));
+    for (const int mode : {1, 2}) {
+        errors.clear();
+        EXPECT_TRUE(cases.SaveRecord(mode, form));
+        EXPECT_EQ(errors, QStringList{"作业中涉及的某些保护不存在，请检查数据"}) << mode;
+        EXPECT_TRUE(cases.missingRelay());
+    }
+    EXPECT_EQ(rows("SELECT DISTINCT RNo FROM RLY_CASERDZ"), QStringList{"2"});
+    EXPECT_EQ(rows("SELECT DISTINCT RNo FROM RLY_RLYOBJ_TEM"), QStringList{"2"});
+    ASSERT_TRUE(SettingStore::saveChangingBackup());
+    EXPECT_EQ(count("RLY_RDZ", "RNo=1"), 0);
+    EXPECT_EQ(rows("SELECT NRdz11 FROM RLY_RDZ WHERE RNo=2 AND Cdz='Idz'"), QStringList{"240"});
+    ASSERT_TRUE(cases.dropMissingRelays());
+    EXPECT_EQ(count("RLY_CASEINF", "RNo=1"), 0);
+}
+
+TEST_F(Cases, ARelayOfTheSameNumberAndAnotherTypeIsNotTheOneOfTheForm) {
+    CaseForm form = makeCase("零序");
+    ASSERT_TRUE(exec("UPDATE RLY_RUD SET RTypeNo=1 WHERE RNo=1"));
+    ASSERT_TRUE(cases.SaveRecord(1, form));
+    EXPECT_TRUE(cases.missingRelay());
+    EXPECT_EQ(rows("SELECT DISTINCT RNo FROM RLY_CASERDZ"), QStringList{"2"});
+}
+
+TEST_F(Cases, ASaveMendsWhatStandsOtherwiseThanInTheForm) {
+    const CaseForm form = makeCase("零序");
+    const QString all = "SELECT * FROM RLY_CASERDZ ORDER BY Case_No,RNo,DzNo";
+    makeCase("另一");
+    ASSERT_TRUE(cases.select(1) && cases.LoadCaseRelays());
+    const QStringList good = rows(all);
+    for (const char* fault : {"UPDATE RLY_CASERDZ SET Rdz42=9 WHERE Case_No=1 AND RNo=1 AND Cdz='t'",
+                              "UPDATE RLY_CASERDZ SET DzNo=7 WHERE Case_No=1 AND RNo=2 AND Cdz='t'",
+                              "INSERT INTO RLY_CASERDZ SELECT * FROM RLY_CASERDZ WHERE Case_No=1 AND RNo=1",
+                              "INSERT INTO RLY_CASERDZ (Case_No,RNo,DzNo,Cdz) VALUES (1,99,1,'Idz')",
+                              "DELETE FROM RLY_CASERDZ WHERE Case_No=1"}) {
+        ASSERT_TRUE(exec(fault)) << fault;
+        ASSERT_NE(rows(all), good) << fault;
+        ASSERT_TRUE(cases.SaveRecord(1, form));
+        EXPECT_EQ(rows(all), good) << fault;
+    }
+}
+
 TEST_F(Cases, PasteReplacesTheContentsAndTheType) {
     makeCase("零序");
     ASSERT_TRUE(exec("INSERT INTO RLY_RUDSYS (Case_No,SysName,SysNo,SFlg) VALUES (1,'大',1,1)"));
