@@ -1,6 +1,5 @@
 #include "programs/workflow/CaseSettings.h"
 
-#include <QMap>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -136,72 +135,19 @@ bool belongTogether(double primary, double secondary, double k) {
            std::fabs(primary - secondary / k) < kHalfDecimal;
 }
 
-QVariantList variants(const Measures& values) { return QVariantList(values.begin(), values.end()); }
-
 /// Five primary and five secondary values out of the texts of the parts that the type has. A value that stands as it
 /// was shown keeps its other measure: converted there and back it would lose its last digits.
-Measures bothMeasures(const std::array<QString, kStages>& texts, int parts, bool primary, double k,
-                      const Measures& stored) {
-    Measures both{};
+QVariantList bothMeasures(const std::array<QString, kStages>& texts, int parts, bool primary, double k,
+                          const Measures& stored) {
+    QVariantList first, second;
     for (int part = 0; part < kStages; ++part) {
         const double shown = part < parts ? texts[size_t(part)].toDouble() : 0;
         const double p = stored[size_t(part)], s = stored[size_t(kStages + part)];
         const bool stands = shown == (primary ? p : s) && belongTogether(p, s, k);
-        both[size_t(part)] = primary ? shown : stands ? p : shown / k;
-        both[size_t(kStages + part)] = !primary ? shown : stands ? s : k * shown;
+        first.append(primary ? shown : stands ? p : shown / k);
+        second.append(!primary ? shown : stands ? s : k * shown);
     }
-    return both;
-}
-
-/// A setting of a relay as RLY_CASERDZ holds it.
-struct CaseRow {
-    int DzNo = 0;
-    QString Cdz;
-    Measures values{};
-
-    bool operator==(const CaseRow&) const = default;
-};
-/// The settings of a case by relay.
-using CaseRows = QMap<int, QVector<CaseRow>>;
-
-std::optional<CaseRows> storedRows(int caseNo) {
-    CaseRows rows;
-    sql::Query query;
-    const bool read = query.exec(
-        "SELECT RNo,DzNo,Cdz," + stageColumns("Rdz").join(',') + " FROM RLY_CASERDZ WHERE Case_No=? ORDER BY RNo,DzNo",
-        {caseNo});
-    while (query.next()) {
-        CaseRow row{query.number(1), query.text(2), {}};
-        for (int k = 0; k < 2 * kStages; ++k) row.values[size_t(k)] = query.real(3 + k);
-        rows[query.number(0)].append(row);
-    }
-    return read ? std::optional(rows) : std::nullopt;
-}
-
-bool insertRows(int caseNo, const CaseRows& rows) {
-    QVector<QVariantList> all;
-    for (auto relay = rows.begin(); relay != rows.end(); ++relay)
-        for (const CaseRow& row : *relay)
-            all.append(QVariantList{caseNo, relay.key(), row.DzNo, row.Cdz} + variants(row.values));
-    return sql::insertRows({}, "RLY_CASERDZ", QStringList{"Case_No", "RNo", "DzNo", "Cdz"} + stageColumns("Rdz"), all);
-}
-
-/// Makes these the settings of a case. Relays whose settings stand there already are left alone: most moves between
-/// cases change none.
-bool replaceRows(int caseNo, CaseRows rows) {
-    const std::optional<CaseRows> stored = storedRows(caseNo);
-    if (!stored) return false;
-    QList<int> outdated;
-    for (auto relay = stored->begin(); relay != stored->end(); ++relay) {
-        if (rows.value(relay.key()) == *relay)
-            rows.remove(relay.key());
-        else
-            outdated.append(relay.key());
-    }
-    return (outdated.isEmpty() ||
-            sql::Query().exec("DELETE FROM RLY_CASERDZ WHERE Case_No=? AND RNo IN (" + sql::numberList(outdated) + ")",
-                              {caseNo})) &&
-           insertRows(caseNo, rows);
+    return first + second;
 }
 
 bool tellMissing() {
@@ -285,15 +231,17 @@ QVector<CaseSettingRow> CaseSettings::newRows(const QVector<int>& relays, int rT
 bool CaseSettings::storeCase(int caseNo, int rTypeNo, const CaseForm& form, bool* missing) {
     FormWalk walk(rTypeNo, form);
     if (!walk.relays) return false;
-    CaseRows rows;
+    QVector<QVariantList> rows;
     for (const CaseSettingRow& row : form.rows) {
         if (walk.lacks(row)) continue;
         const double k = walk.enter(row);
-        rows[row.RNo].append(
-            {walk.dzNo, row.Cdz, bothMeasures(row.newValue, walk.type.NPart, form.primary, k, walk.stored(row).now)});
+        rows.append(QVariantList{caseNo, row.RNo, walk.dzNo, row.Cdz} +
+                    bothMeasures(row.newValue, walk.type.NPart, form.primary, k, walk.stored(row).now));
     }
     if (missing) *missing = walk.lacksAny();
-    return replaceRows(caseNo, rows);
+    sql::Query query;
+    return query.exec("DELETE FROM RLY_CASERDZ WHERE Case_No=?", {caseNo}) &&
+           sql::insertRows({}, "RLY_CASERDZ", QStringList{"Case_No", "RNo", "DzNo", "Cdz"} + stageColumns("Rdz"), rows);
 }
 
 bool CaseSettings::storeWorking(int rTypeNo, const CaseForm& form, bool* missing) {
@@ -307,8 +255,8 @@ bool CaseSettings::storeWorking(int rTypeNo, const CaseForm& form, bool* missing
         const StoredSetting stored = walk.stored(row);
         rows.append(QVariantList{walk.turnNo, row.RNo, relay.RTypeCode, relay.at.ID_Name, relay.at.I_Name,
                                  relay.at.J_Name, relay.at.Side, walk.type.NPart, walk.dzNo, row.Cdz} +
-                    variants(bothMeasures(row.oldValue, kStages, form.primary, k, stored.old)) +
-                    variants(bothMeasures(row.newValue, walk.type.NPart, form.primary, k, stored.now)) +
+                    bothMeasures(row.oldValue, kStages, form.primary, k, stored.old) +
+                    bothMeasures(row.newValue, walk.type.NPart, form.primary, k, stored.now) +
                     QVariantList{walk.vType(row)});
     }
     if (missing) *missing = walk.lacksAny();
