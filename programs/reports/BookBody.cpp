@@ -94,7 +94,9 @@ class Body {
         for (const BookRule& rule : part.rules)
             for (const BookResult& result : rule.results)
                 rows.append(cell(link(partAnchor(part), part.label)) + cell(escaped(result.Cdz)) +
-                            figure(rule.withoutResult() ? "没有结果" : shownNumber(result.Rdz)) +
+                            figure(rule.withoutResult()
+                                       ? "没有结果"
+                                       : link(ruleAnchor(part, rule.RuleNo), shownNumber(result.Rdz))) +
                             cell(link(ruleAnchor(part, rule.RuleNo), rule.Note)));
     }
 
@@ -115,11 +117,12 @@ class Body {
         const ResultRow decided = row(part, setting);
         if (setting.primary == 0 && decided.RuleNo == 0)
             return figure("—") + figure("—") + cell(escaped(decided.reason.isEmpty() ? "没有结果" : decided.reason));
-        const QString rule = decided.RuleNo == 0 ? "不由本次计算的规则得出"
-                                                 : link(ruleAnchor(part, decided.RuleNo),
-                                                        QString::number(decided.RuleNo) + " " + decided.ruleNote);
-        return figure(quantityWords(setting.primary, setting.unit)) +
-               figure(quantityWords(setting.secondary, setting.unit)) + cell(rule);
+        const QString primary = quantityWords(setting.primary, setting.unit);
+        const QString secondary = quantityWords(setting.secondary, setting.unit);
+        if (decided.RuleNo == 0) return figure(primary) + figure(secondary) + cell("不由本次计算的规则得出");
+        const QString rule = ruleAnchor(part, decided.RuleNo);
+        return figure(link(rule, primary)) + figure(link(rule, secondary)) +
+               cell(link(rule, QString::number(decided.RuleNo) + " " + decided.ruleNote));
     }
 
     [[nodiscard]] QString sensitivityWords(const BookPart& part, const BookSetting& setting) const {

@@ -1,18 +1,16 @@
 #include "programs/reports/ui/BookExport.h"
 
-#include <QAbstractTextDocumentLayout>
-#include <QFont>
+#include <QBuffer>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QRegularExpression>
 #include <QSaveFile>
-#include <QTextDocument>
 
 #include "platform/host/Text.h"
 #include "programs/frame/Messages.h"
 #include "programs/reports/BookPages.h"
 #include "programs/reports/BookText.h"
+#include "programs/reports/ui/BookLayout.h"
 
 namespace {
 
@@ -20,80 +18,48 @@ constexpr int kDotsPerInch = 300;
 constexpr double kMargin = 15;  // mm
 constexpr double kFooter = 8;   // mm, between the text and the page number
 
-// What the text layout of the toolkit understands; it is black on white whatever the program's theme.
-const char* const style = R"(
-body { color: #000000; }
-h1 { font-size: 17pt; margin-bottom: 4px; }
-h2 { font-size: 13pt; margin-top: 22px; margin-bottom: 6px; }
-h3 { font-size: 11pt; margin-top: 14px; margin-bottom: 4px; }
-h4 { font-size: 9.5pt; margin-top: 12px; margin-bottom: 3px; background-color: #eef1f4; }
-p { margin-top: 2px; margin-bottom: 2px; }
-p.facts { color: #444444; }
-p.none { color: #666666; }
-a { color: #0b4a8a; text-decoration: none; }
-table { margin-top: 5px; margin-bottom: 5px; }
-th { background-color: #eef1f4; text-align: left; }
-)";
-
 double dots(double millimetres) { return millimetres / 25.4 * kDotsPerInch; }
 
-/// The body for the text layout, which writes links within a document as such to other files: without them.
-QString printable(QString body) {
-    body.replace("<table>",
-                 "<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\" style=\"border-collapse:collapse\">");
-    body.replace("<td class=\"figure\">", "<td align=\"right\">");
-    static const QRegularExpression link("<a href=\"#[^\"]+\">([^<]*)</a>");
-    body.replace(link, "\\1");
-    return body;
-}
-
-void layOut(QTextDocument& document, QPdfWriter& writer, const QString& body, const QSizeF& page) {
-    QFont font(QStringList{"Noto Sans CJK SC", "Source Han Sans SC", "Microsoft YaHei", "PingFang SC"}, 9);
-    document.documentLayout()->setPaintDevice(&writer);
-    document.setDefaultFont(font);
-    document.setDefaultStyleSheet(style);
-    document.setDocumentMargin(0);
-    document.setHtml(printable(body));
-    document.setPageSize(page);
-}
-
-/// One page: the part of the text that falls on it, and its number below.
-void paintPage(QPainter& painter, QTextDocument& document, const QString& title, int number, int count,
-               const QSizeF& page) {
-    painter.save();
-    painter.translate(0, -number * page.height());
-    QAbstractTextDocumentLayout::PaintContext context;
-    context.palette.setColor(QPalette::Text, Qt::black);
-    context.clip = QRectF(0, number * page.height(), page.width(), page.height());
-    painter.setClipRect(context.clip);
-    document.documentLayout()->draw(&painter, context);
-    painter.restore();
+void paintFooter(QPainter& painter, const QString& title, int number, int count, const QSizeF& page) {
     const QRectF footer(0, page.height() + dots(kFooter) / 2, page.width(), dots(kFooter));
-    painter.setFont(document.defaultFont());
+    painter.setFont(bookFont());
     painter.setPen(QColor(0x44, 0x44, 0x44));
     painter.drawText(footer, Qt::AlignLeft | Qt::AlignBottom, title);
     painter.drawText(footer, Qt::AlignRight | Qt::AlignBottom,
                      QString("第 %1 页  共 %2 页").arg(number + 1).arg(count));
 }
 
-bool paint(QIODevice& out, const QString& title, const QString& body) {
+/// Paints the pages.
+/// \return the links between them; nothing when the painting failed
+std::optional<PdfLinks> paint(QIODevice& out, const QString& title, const QString& body) {
     QPdfWriter writer(&out);
     writer.setTitle(title);
     writer.setResolution(kDotsPerInch);
     writer.setPageSize(QPageSize(QPageSize::A4));
     writer.setPageMargins(QMarginsF(kMargin, kMargin, kMargin, kMargin), QPageLayout::Millimeter);
-    const QSizeF whole = writer.pageLayout().paintRectPixels(kDotsPerInch).size();
-    const QSizeF page(whole.width(), whole.height() - dots(kFooter));
-    QTextDocument document;
-    layOut(document, writer, body, page);
+    const QRectF room = writer.pageLayout().paintRectPixels(kDotsPerInch);
+    const QSizeF page(room.width(), room.height() - dots(kFooter));
+    const BookLayout layout(body, writer, page);
     QPainter painter;
-    if (!painter.begin(&writer)) return false;
-    const int count = document.pageCount();
+    if (!painter.begin(&writer)) return std::nullopt;
+    const int count = layout.pageCount();
     for (int number = 0; number < count; ++number) {
-        if (number > 0 && !writer.newPage()) return false;
-        paintPage(painter, document, title, number, count, page);
+        if (number > 0 && !writer.newPage()) return std::nullopt;
+        layout.paint(painter, number);
+        paintFooter(painter, title, number, count, page);
     }
-    return painter.end();
+    if (!painter.end()) return std::nullopt;
+    const double points = 72.0 / kDotsPerInch;
+    return layout.links(QTransform::fromScale(points, points).translate(room.x(), room.y()));
+}
+
+QByteArray bookPdf(const QString& title, const QString& body, QString& fault) {
+    QBuffer painted;
+    painted.open(QIODevice::WriteOnly);
+    auto links = paint(painted, title, body);
+    if (!links) return {};
+    links->language = "zh-CN";
+    return pdfWithLinks(painted.data(), *links, fault);
 }
 
 }  // namespace
@@ -101,11 +67,12 @@ bool paint(QIODevice& out, const QString& title, const QString& body) {
 bool exportBookPdf(const BookRequest& request, const QString& file) {
     const auto pages = readBookPages(request);
     if (!pages) return false;
-    const QString title = bookTitle(request.sensitivity) + "  " + request.caseName;
+    QString fault;
+    const QByteArray book = bookPdf(bookTitle(request.sensitivity) + "  " + request.caseName,
+                                    bookBody(*pages, QDateTime::currentDateTime()), fault);
     QSaveFile out(file);
-    if (out.open(QIODevice::WriteOnly) && paint(out, title, bookBody(*pages, QDateTime::currentDateTime())) &&
-        out.commit())
+    if (!book.isEmpty() && out.open(QIODevice::WriteOnly) && out.write(book) == book.size() && out.commit())
         return true;
-    ReportError(Text::tr("不能写文件 ") + file + "：" + out.errorString(), 0);
+    ReportError(Text::tr("不能写文件 ") + file + "：" + (book.isEmpty() ? fault : out.errorString()), 0);
     return false;
 }
