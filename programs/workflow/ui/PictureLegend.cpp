@@ -57,9 +57,12 @@ void PictureLegend::paintSymbol(QPainter& painter, const PictureLegendEntry& ent
 void PictureLegend::paint(QPainter& painter, const QRectF& area) const {
     const double line = QFontMetricsF(font_).height();
     double y = area.top();
-    for (const Row& row : rows()) {
+    const auto all = rows();
+    for (const Row& row : all) {
         const double height = bounds(row, area.width()).height();
-        if (y + height > area.bottom()) {
+        // Behind every row but the last there must still be room to say that more follow.
+        const double behind = &row == &all.back() ? 0 : kBetween + line;
+        if (y + height + behind > area.bottom()) {
             painter.setPen(palette_.quiet);
             painter.drawText(QRectF(area.left(), y, area.width(), line), Qt::AlignLeft, tr("… 其余见提示"));
             return;
