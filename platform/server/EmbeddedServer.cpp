@@ -158,6 +158,7 @@ bool EmbeddedServer::createDataDirectory(const QString& installer, QString* erro
                         "--auth-root-socket-user=" + userName(),
                         "--skip-test-db",
                         "--skip-name-resolve",
+                        "--force",  // also where the machine cannot look up its own name
                         logSize};
     if (geteuid() == 0) options << "--user=root";
     QProcess process;
@@ -185,7 +186,7 @@ QStringList EmbeddedServer::arguments() const {
                         "--tmpdir=" + path("tmp"), "--pid-file=" + path("server.pid"),
                         "--log-error=" + path("server.log"), "--skip-networking", "--skip-name-resolve",
                         "--performance-schema=OFF", "--character-set-server=gbk", "--collation-server=gbk_chinese_ci",
-                        "--innodb-buffer-pool-size=128M", "--innodb-log-buffer-size=2M", logSize,
+                        "--innodb-buffer-pool-size=96M", "--innodb-log-buffer-size=2M", logSize,
                         "--key-buffer-size=1M", "--aria-pagecache-buffer-size=8M", "--query-cache-size=0",
                         "--max-connections=64", "--table-open-cache=400", "--tmp-table-size=8M",
                         "--max-heap-table-size=8M", "--max-allowed-packet=64M", "--wait-timeout=31536000",
