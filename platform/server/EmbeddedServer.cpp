@@ -186,10 +186,10 @@ QStringList EmbeddedServer::arguments() const {
                         "--tmpdir=" + path("tmp"), "--pid-file=" + path("server.pid"),
                         "--log-error=" + path("server.log"), "--skip-networking", "--skip-name-resolve",
                         "--performance-schema=OFF", "--character-set-server=gbk", "--collation-server=gbk_chinese_ci",
-                        "--innodb-buffer-pool-size=96M", "--innodb-log-buffer-size=2M", logSize,
-                        "--key-buffer-size=1M", "--aria-pagecache-buffer-size=8M", "--query-cache-size=0",
-                        "--max-connections=64", "--table-open-cache=400", "--tmp-table-size=8M",
-                        "--max-heap-table-size=8M", "--max-allowed-packet=64M", "--wait-timeout=31536000",
+                        "--innodb-buffer-pool-size=96M", "--innodb-log-buffer-size=2M", logSize, "--key-buffer-size=1M",
+                        "--aria-pagecache-buffer-size=8M", "--query-cache-size=0", "--max-connections=64",
+                        "--table-open-cache=400", "--tmp-table-size=8M", "--max-heap-table-size=8M",
+                        "--max-allowed-packet=64M", "--wait-timeout=31536000",
                         // a kill of the server loses nothing; a power failure at most the last second
                         "--innodb-flush-log-at-trx-commit=2"};
     if (geteuid() == 0) options << "--user=root";
