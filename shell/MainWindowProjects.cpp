@@ -1,5 +1,4 @@
 // Getting and leaving projects.
-#include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLabel>
@@ -15,6 +14,7 @@
 #include "platform/host/WinDockFeedback.h"
 #include "platform/host/diagram/DiagramView.h"
 #include "platform/host/ui/CComboBoxCaseNo.h"
+#include "platform/host/ui/WaitCursor.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/UserStore.h"
 #include "programs/frame/WinDlgLogIn.h"
@@ -34,11 +34,6 @@ namespace shell {
 namespace {
 
 constexpr char kDemonstration[] = "演示";
-
-struct WaitCursor {
-    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-};
 
 }  // namespace
 
@@ -109,7 +104,7 @@ bool MainWindow::openProject(const QString& name) {
 }
 
 void MainWindow::showProject() {
-    const WaitCursor wait;
+    const host::WaitCursor wait;
     find_->hide();
     pages_->setCurrentWidget(diagram_);
     menus_->setProjectOpen(true);

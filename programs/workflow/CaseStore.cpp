@@ -12,6 +12,7 @@
 #include "programs/frame/TableNames.h"
 #include "programs/workflow/CaseSettings.h"
 #include "programs/workflow/CaseSources.h"
+#include "programs/workflow/ModeSelection.h"
 
 namespace {
 
@@ -61,9 +62,7 @@ QList<int> modesOf(int caseNo, int sFlg) {
 
 QHash<int, QString> modeNames() {
     QHash<int, QString> names;
-    sql::Query query;
-    query.exec("SELECT DISTINCT SysNo,SysName FROM RLY_RSYSMODEDLS");
-    while (query.next()) names[query.number(0)] = query.text(1);
+    for (const OfferedMode& mode : offeredModes()) names[mode.SysNo] = mode.SysName;
     return names;
 }
 

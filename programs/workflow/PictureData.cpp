@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "platform/host/Text.h"
+#include "platform/sql/Placeholders.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/TableNames.h"
 #include "programs/workflow/PictureCoefficients.h"
@@ -15,8 +16,6 @@ struct Standing {
     Location at;
     int RNo = 0, RTypeNo = 0;
 };
-
-QString marks(qsizetype count) { return QStringList(count, "?").join(','); }
 
 QSet<int> relations(int caseNo, int rNo) {
     QSet<int> found;
@@ -34,8 +33,8 @@ QVector<Standing> standingAt(const QVector<PictureBranch>& branches, const QSet<
     for (const int rNo : related) values << rNo;
     if (values.isEmpty()) return {};
     QStringList conditions;
-    if (names > 0) conditions << "ID_Name IN (" + marks(names) + ")";
-    if (!related.isEmpty()) conditions << "RNo IN (" + marks(related.size()) + ")";
+    if (names > 0) conditions << "ID_Name IN (" + sql::placeholders(names) + ")";
+    if (!related.isEmpty()) conditions << "RNo IN (" + sql::placeholders(related.size()) + ")";
     QVector<Standing> found;
     sql::Query query;
     query.exec(

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "platform/host/Text.h"
+#include "platform/sql/Placeholders.h"
 #include "platform/sql/Sql.h"
 #include "programs/frame/LocationLabel.h"
 #include "programs/frame/RelayTypes.h"
@@ -19,12 +20,11 @@ using Settings = QHash<QPair<int, QString>, Values>;  // by relay and setting
 using PartKey = QPair<int, int>;                      // relay, part
 
 QVariantList listed(const QVector<int>& relays) { return {relays.begin(), relays.end()}; }
-QString marks(qsizetype count) { return QStringList(count, "?").join(','); }
 
 void readSettings(const QString& table, const QString& prefix, const QVector<int>& relays, Settings& settings) {
     sql::Query query;
     query.exec("SELECT RNo,Cdz," + QStringList(stageColumns(prefix).mid(0, kStages)).join(',') + " FROM " + table +
-                   " WHERE RNo IN (" + marks(relays.size()) + ")",
+                   " WHERE RNo IN (" + sql::placeholders(relays.size()) + ")",
                listed(relays));
     while (query.next())
         for (int part = 0; part < kStages; ++part)
@@ -42,7 +42,7 @@ RunResults runResults(int caseNo, const QVector<int>& relays) {
     query.exec(
         "SELECT RNo,PNo,Cdz,Rdz,MAX(Rdz!=0) OVER (PARTITION BY RNo,PNo,RuleNo) FROM RLY_RDZTEM WHERE Case_No=?"
         " AND RNo IN (" +
-            marks(relays.size()) + ")",
+            sql::placeholders(relays.size()) + ")",
         QVariantList{caseNo} + listed(relays));
     while (query.next()) {
         if (query.number(4) != 1) continue;
@@ -100,7 +100,8 @@ class Stages {
 QSet<int> relaysOfCase(const QVector<int>& relays) {
     QSet<int> found;
     sql::Query query;
-    query.exec("SELECT DISTINCT RNo FROM RLY_RLYOBJ_TEM WHERE RNo IN (" + marks(relays.size()) + ")", listed(relays));
+    query.exec("SELECT DISTINCT RNo FROM RLY_RLYOBJ_TEM WHERE RNo IN (" + sql::placeholders(relays.size()) + ")",
+               listed(relays));
     while (query.next()) found.insert(query.number(0));
     return found;
 }
@@ -130,7 +131,7 @@ QHash<int, PictureRelay> pictureRelays(int caseNo, const QVector<int>& relays) {
     sql::Query query;
     query.exec(
         "SELECT RNo,RTypeNo,RType,ID_Name,I_Name,J_Name,Side,CTPri,CTSec,PTPri,PTSec FROM RLY_RUD WHERE RNo IN (" +
-            marks(relays.size()) + ")",
+            sql::placeholders(relays.size()) + ")",
         listed(relays));
     while (query.next()) {
         PictureRelay relay;

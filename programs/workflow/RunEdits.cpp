@@ -5,6 +5,7 @@
 
 #include "platform/host/Text.h"
 #include "platform/host/WinDockFeedback.h"
+#include "platform/sql/Placeholders.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/CAutoCalFlow.h"
 #include "programs/engine/CHandCalFlow.h"
@@ -77,7 +78,7 @@ bool RunSession::storeEdit(int rNo, int pNo, const QVector<TypedSetting>& values
     const QString column = "NDz" + QString::number(pNo);
     const QString byName = "=CASE Cdz" + QString(" WHEN ? THEN ?").repeated(names.size()) + " END";
     if (!sql::Query().exec("UPDATE RLY_RLYOBJ_TEM SET " + column + "1" + byName + "," + column + "2" + byName +
-                               " WHERE RNo=? AND Cdz IN (" + QStringList(names.size(), "?").join(',') + ")",
+                               " WHERE RNo=? AND Cdz IN (" + sql::placeholders(names.size()) + ")",
                            primary + secondary + QVariantList{rNo} + names))
         return false;
     auto_->relayFault().workingSettingsChanged(rNo);

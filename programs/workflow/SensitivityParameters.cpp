@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "platform/host/Text.h"
+#include "platform/sql/Placeholders.h"
 #include "platform/sql/Sql.h"
 #include "programs/engine/Sensitivity.h"
 #include "programs/frame/LocationLabel.h"
@@ -88,7 +89,7 @@ int SensitivityParameters::SavePara(int place, const QStringList& values) {
     const bool stored =
         sql::Query().exec("UPDATE RLY_FKLM SET RFault=CASE RuleNo" + QString(" WHEN ? THEN ?").repeated(rules.size()) +
                               " END WHERE ID_Name=? AND I_Name=? AND J_Name=? AND Side=? AND RuleNo IN (" +
-                              QStringList(rules.size(), "?").join(',') + ")",
+                              sql::placeholders(rules.size()) + ")",
                           byRule + QVariantList{at.ID_Name, at.I_Name, at.J_Name, at.Side} + rules);
     if (!stored) return notStored;
     places_[place].parameters = typed;

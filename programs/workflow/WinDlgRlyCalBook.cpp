@@ -1,9 +1,9 @@
-#include <QApplication>
 #include <QFileDialog>
 #include <QMenu>
 #include <QToolButton>
 
 #include "platform/host/ui/Icons.h"
+#include "platform/host/ui/WaitCursor.h"
 #include "platform/sql/Sql.h"
 #include "programs/reports/BookViewer.h"
 #include "programs/reports/CBookWriter.h"
@@ -58,8 +58,10 @@ void WinDlgRlyCal::exportBook(const QString& kind, const QString& ending,
                                                 QFileDialog::DontUseNativeDialog);
     if (file.isEmpty()) return;
     if (!file.endsWith(ending, Qt::CaseInsensitive)) file += ending;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const bool written = write({case_.Case_No, case_.RTypeNo, typeText_, caseName(), false, places_.workDir}, file);
-    QApplication::restoreOverrideCursor();
+    bool written = false;
+    {
+        const host::WaitCursor wait;
+        written = write({case_.Case_No, case_.RTypeNo, typeText_, caseName(), false, places_.workDir}, file);
+    }
     progress_->say(written ? tr("已写入 ") + file : tr("没有写入，原因见消息窗口: ") + file);
 }
